@@ -1,0 +1,19 @@
+#pragma once
+#include "platform/basekit/CResourceInstance.h"
+
+namespace basekit {
+
+// The base library's own texts (error descriptions), apart from any module's table.
+enum BaseStringId : unsigned {
+    kStrCommError = 1,
+    kStrWinError,
+    kStrCancelled,
+    kStrTimeout,
+    kStrInternal,
+    kStrLinkLost,
+    kStrUnknownError,
+};
+
+const CResourceInstance& BaseStrings();
+
+}  // namespace basekit

@@ -1,0 +1,45 @@
+#pragma once
+#include <exception>
+#include <string>
+
+#include "platform/basekit/ustring.h"
+
+namespace basekit {
+
+// Root of the library's exceptions; GetMessage() is the text shown in an error box.
+class CStdException : public std::exception {
+public:
+    explicit CStdException(ustring message, const char* source = "", int line = 0);
+    ~CStdException() override = default;
+
+    virtual ustring GetMessage() const { return m_message; }
+    const char* what() const noexcept override;
+    const char* Source() const { return m_source; }
+    int Line() const { return m_line; }
+
+    // Carries an exception caught on a worker thread to the window that reports it.
+    class CExInfo {
+    public:
+        // Records the exception being handled (call inside a catch block).
+        void Capture();
+        void Capture(const CStdException& e);
+        bool IsEmpty() const { return !m_exception; }
+        ustring GetMessage() const { return m_message; }
+        [[noreturn]] void Rethrow() const;
+        void Clear() { m_exception = nullptr; m_message.clear(); }
+
+    private:
+        std::exception_ptr m_exception;
+        ustring m_message;
+    };
+
+protected:
+    ustring m_message;
+
+private:
+    const char* m_source;
+    int m_line;
+    mutable std::string m_what;
+};
+
+}  // namespace basekit

@@ -1,0 +1,34 @@
+#pragma once
+#include <cstdint>
+#include <vector>
+
+namespace devio {
+
+// One tracked satellite as the satellite-list listener delivers it.
+struct SATELLITE_RECORD {
+    enum System : std::int32_t { Unused = 0, GPS = 1, GLO = 2, SBAS = 3, QZSS = 4, Reserved = 5,
+                                 Galileo = 6, BeiDou = 7 };
+    static constexpr std::int8_t kUnknownElevation = 127;
+    static constexpr std::uint16_t kUnknownAzimuth = 65535;
+    // Navigation status: 0 means used for the position (L1 C/A), 4 "measurements unavailable",
+    // 63 "undefined". Used when below 4 or from 51 to 56.
+    static constexpr std::uint8_t kNavUsed = 0;
+    static constexpr std::uint8_t kNavNotUsed = 4;
+    static constexpr std::uint8_t kNavUndefined = 63;
+
+    std::int32_t system = Unused;
+    std::int32_t number = 0;              // the system's own satellite number (PRN, slot, ...)
+    std::int8_t elevation = kUnknownElevation;  // degrees
+    std::uint16_t azimuth = kUnknownAzimuth;    // degrees
+    std::uint8_t navStatus = kNavUndefined;
+    std::uint8_t snr = 0;                 // dB-Hz, 0 when not tracked
+    std::uint8_t signalId = 0;            // NMEA 4.x signal id, 0 when not given
+
+    static constexpr bool IsUsed(std::uint8_t status) {
+        return status < 4 || (status >= 51 && status <= 56);
+    }
+};
+
+using SATLIST_RECORD = std::vector<SATELLITE_RECORD>;
+
+}  // namespace devio
