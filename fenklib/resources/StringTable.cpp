@@ -1,0 +1,255 @@
+#include "fenklib/resources/StringTable.h"
+
+#include <algorithm>
+#include <array>
+
+#include "fenklib/resources/StringIds.h"
+
+namespace {
+
+// Kept in ascending order of id: the lookup is a binary search, and the static_assert below
+// refuses a table that is out of order or names a number twice.
+constexpr std::array kTable = std::to_array<FenkStringEntry>({
+    {IDS_APP_VERSION, L"Version 2.3 [September 9, 2011]"},
+    {IDS_COL_NAME, L"Name"},
+    {IDS_COL_VALUE, L"Value"},
+    {IDS_INFO_TXT, L"info.txt"},
+    {IDS_TXT_EXTENSION, L".txt"},
+    {IDS_TEXT_FILE_FILTER, L"Text Files (*.txt)|*.txt|All Files (*.*)|*.*||"},
+    {IDS_SYSTEM_GPS, L"GPS"},
+    {IDS_SYSTEM_RESERVED, L"Reserved"},
+    {IDS_FMT_POWER_BOARD_VERSION, L"hw=%d, fw=%s"},
+    {IDS_STATUS, L"Status"},
+    {IDS_CLOSE, L"Close"},
+    {IDS_SYSTEM_UNUSED, L"Unused"},
+    {IDS_SYSTEM_GLO, L"GLO"},
+    {IDS_SYSTEM_SBAS, L"SBAS"},
+    {IDS_NORTH, L"N"},
+    {IDS_SOUTH, L"S"},
+    {IDS_EAST, L"E"},
+    {IDS_WEST, L"W"},
+    {IDS_NAV_STATUS_00, L"L1 C/A code used for absolute position computation"},
+    {IDS_NAV_STATUS_01, L"L1 P code used for absolute position computation"},
+    {IDS_NAV_STATUS_02, L"L2 P code used for absolute position computation"},
+    {IDS_NAV_STATUS_03, L"Ionosphere-free combination used for absolute position computation"},
+    {IDS_NAV_STATUS_04, L"Measurements unavailable"},
+    {IDS_NAV_STATUS_05, L"Ephemeris unavailable"},
+    {IDS_NAV_STATUS_06, L"Unhealthy SV (as follows from operational (=ephemeris) SV health)"},
+    {IDS_NAV_STATUS_07, L"Time-Frequency parameters from the ephemeris data set may be wrong"},
+    {IDS_NAV_STATUS_08, L"Initial conditions (position and velocity vectors) from the ephemeris "
+                        L"data set may be wrong"},
+    {IDS_NAV_STATUS_09, L"Almanac SV health indicator unavailable for this satellite"},
+    {IDS_NAV_STATUS_10, L"Unhealthy SV [as follows from the almanac SV health indicator]"},
+    {IDS_NAV_STATUS_11, L"Alert flag (from the word “HOW”) is set"},
+    {IDS_NAV_STATUS_12, L"URA indicates the absence of accuracy prediction for this SV"},
+    {IDS_NAV_STATUS_13, L"User excluded this SV from position computation"},
+    {IDS_NAV_STATUS_14, L"User excluded this SV with this frequency channel number from position "
+                        L"computation"},
+    {IDS_NAV_STATUS_15, L"This SV is excluded from solution because its system number is unknown"},
+    {IDS_NAV_STATUS_16, L"This SV has an elevation lower than the specified mask angle"},
+    {IDS_NAV_STATUS_17, L"Unable to compute position with the given ephemeris data (for example, "
+                        L"too many iterations have been produced for solving Kepler's equation)"},
+    {IDS_NAV_STATUS_18, L"Ephemeris data is too old"},
+    {IDS_NAV_STATUS_19, L"This SV does not belong to the constellation the user has selected"},
+    {IDS_NAV_STATUS_20, L"Differential data from reference station unavailable for given "
+                        L"satellite (applicable only when receiver runs in DGPS)"},
+    {IDS_NAV_STATUS_32, L"This SV is excluded from OmniSTAR HP position computation"},
+    {IDS_NAV_STATUS_22, L"RAIM has detected wrong measurements"},
+    {IDS_NAV_STATUS_23, L"SNR below specified minimum level"},
+    {IDS_NAV_STATUS_51, L"L1 C/A slot is used in RTK processing"},
+    {IDS_NAV_STATUS_52, L"L1 P slot is used in RTK processing"},
+    {IDS_NAV_STATUS_26, L"DLL not settled"},
+    {IDS_NAV_STATUS_27, L"Ionospheric corrections are not received from reference station"},
+    {IDS_NAV_STATUS_28, L"Coarse code outlier (hundreds of meters or more) has been detected"},
+    {IDS_NAV_STATUS_29, L"Ephemeris index unavailable (no ephemeris information; similar to "
+                        L"code 05)"},
+    {IDS_NAV_STATUS_30, L"This SV is not used in RTK processing (similar to code 20 but is used "
+                        L"specifically for RTK)"},
+    {IDS_NAV_STATUS_31, L"This SV is excluded from RTK processing because a wrong combination of "
+                        L"measurements has been detected"},
+    {IDS_NAV_STATUS_53, L"L2 P slot is used in RTK processing"},
+    {IDS_NAV_STATUS_54, L"L1 P & L2 P measurements are used in RTK processing"},
+    {IDS_NAV_STATUS_55, L"L1 C/A & L2 P measurements are used in RTK processing"},
+    {IDS_NAV_STATUS_56, L"This SV is used for OmniSTAR HP position computation"},
+    {IDS_NAV_STATUS_63, L"Satellite navigation status is undefined"},
+    {IDS_UNPOWERED_RECEIVER_ZED,
+     L"You are connecting to the unpowered receiver. Please use the Setup dialog (Device -> "
+     L"Zed/Zer Tools, Receiver tab) to turn power on manualy, or allow Lyn Utility to change "
+     L"power state of the receiver."},
+    {IDS_METRES, L"m"},
+    {IDS_UNPOWERED_MODEM,
+     L"You are connecting to the unpowered modem. Please use the Setup dialog (Device -> "
+     L"Zed/Zer Tools, Modem tab) to turn power on manualy, or allow Lyn Utility to change power "
+     L"state of the modem."},
+    {IDS_APP_NAME, L"Lyn Utility"},
+    {IDS_SAVING_RECEIVER_SETTINGS, L"Saving Receiver Settings"},
+    {IDS_STOP_REALTIME_LOGGING, L"Real-Time Logging is in progress. Would you like to stop it?"},
+    {IDS_CREATED_BY, L"Created by"},
+    {IDS_NAV_STATUS_24, L"This SV is not used in DION processing"},
+    {IDS_SYSTEM_QZSS, L"QZSS"},
+    {IDS_UNPOWERED_RECEIVER_BACKPACK,
+     L"You are connecting to the unpowered receiver. Please use the Setup dialog (Device -> "
+     L"Backpack Tools, Receiver tab) to turn power on manualy, or allow Lyn Utility to change "
+     L"power state of the receiver."},
+
+    {IDS_POWER_ON_CONNECT_RECEIVER, L"Turn power ON when connecting to the internal receiver"},
+    {IDS_POWER_OFF_DISCONNECT_RECEIVER,
+     L"Turn power OFF when disconnecting from the internal receiver"},
+    {IDS_POWER_OFF_ON_EXIT, L"Turn power OFF on exit"},
+    {IDS_POWER_ON_CONNECT_MODEM, L"Turn power ON when connecting to the internal modem"},
+    {IDS_POWER_OFF_DISCONNECT_MODEM, L"Turn power OFF when disconnecting from the internal modem"},
+    {IDS_COORD_GEODETIC, L"Geodetic (Lat, Lon, Alt)"},
+    {IDS_COORD_CARTESIAN, L"Cartesian (X, Y, Z)"},
+    {IDS_GENERAL, L"General"},
+    {IDS_COORDINATE_SYSTEM, L"Coordinate System"},
+    {IDS_MODEMS, L"Modems"},
+    {IDS_MODEM_DETECTION_MODE, L"Modem Detection Mode"},
+    {IDS_AUTODETECTION, L"Autodetection"},
+    {IDS_MANUAL_SELECTION, L"Manual Selection"},
+    {IDS_OK, L"OK"},
+    {IDS_CANCEL, L"Cancel"},
+    {IDS_FMT_GEO_ANGLE, L"%02d°%02d'%.4f''%s; "},
+    {IDS_FMT_GEO_HEIGHT, L"%.2f%s"},
+
+    {IDS_PAGE_POSITION, L"Position"},
+    {IDS_PAGE_DATA_LINK, L"Data Link"},
+    {IDS_PAGE_SVS_LIST, L"SVs List"},
+    {IDS_PAGE_SKY_PLOT, L"Sky Plot"},
+    {IDS_PAGE_SCATTER, L"Scatter"},
+    {IDS_PAGE_POSITION_IN_TIME, L"Position In Time"},
+    {IDS_PAGE_POS_IN_TIME, L"Pos In Time"},
+    {IDS_PAGE_LOGGING, L"Logging"},
+    {IDS_PAGE_LOG, L"Log"},
+    {IDS_FMT_ELEVATION_RING, L"%d°"},
+    {IDS_DATALINK_CMR, L"CMR"},
+    {IDS_DATALINK_VOK, L"VOK"},
+    {IDS_DATALINK_RTCM2, L"RTCM 2.x"},
+    {IDS_DATALINK_RTCM3, L"RTCM 3.0"},
+    {IDS_DATALINK_BLUETOOTH, L"Bluetooth"},
+
+    {IDS_RECEIVER_INFO, L"Receiver Info"},
+    {IDS_REFRESH, L"Refresh"},
+    {IDS_SAVE_TO_FILE, L"Save to File"},
+    {IDS_ROW_MODEL, L"Model"},
+    {IDS_ROW_ID, L"Id"},
+    {IDS_ROW_SERIAL_NUMBER, L"Serial Number"},
+    {IDS_ROW_BOARD_VERSION, L"Board Version"},
+    {IDS_ROW_FIRMWARE_VERSION, L"Firmware Version"},
+    {IDS_ROW_HARDWARE_VERSION, L"Hardware Version"},
+    {IDS_ROW_AUX_FIRMWARE_VERSION, L"Aux Firmware Version"},
+    {IDS_ROW_AUX_HARDWARE_VERSION, L"Aux Hardware Version"},
+    {IDS_ROW_POWER_BOARD_VERSION, L"Power board version"},
+    {IDS_ROW_VENDOR, L"Vendor"},
+    {IDS_ROW_CPU_FREQ, L"CPU Freq, MHz"},
+    {IDS_ROW_RAM_SIZE, L"RAM Size, KB"},
+    {IDS_ROW_FLASH_TOTAL, L"Flash Memory Total, KB"},
+    {IDS_ROW_FLASH_AVAILABLE, L"Flash Memory Available, KB"},
+    {IDS_ROW_FLASH_FREE, L"Flash Memory Free, KB"},
+    {IDS_ROW_BATTERY_A, L"Battery A, V"},
+    {IDS_ROW_BATTERY_B, L"Battery B, V"},
+    {IDS_ROW_CHARGER, L"Charger, V"},
+    {IDS_ROW_POWER_SUPPLY, L"Power Supply, V"},
+    {IDS_ROW_POWER_BOARD, L"Power Board, V"},
+
+    {IDS_RECEIVER_PORTS, L"Receiver Ports"},
+    {IDS_PORT_GROUP_SERIAL, L"Serial"},
+    {IDS_PORT_GROUP_USB, L"USB"},
+    {IDS_PORT_GROUP_TCP, L"TCP"},
+    {IDS_PORT_GROUP_MVP, L"MVP"},
+    {IDS_PORT_GROUP_COM, L"COM"},
+    {IDS_PROPERTIES, L"Properties"},
+    {IDS_PAGE_DRIVER, L"Driver"},
+    {IDS_PAGE_ADVANCED, L"Advanced"},
+    {IDS_INPUT_MODE, L"Input Mode:"},
+    {IDS_OUTPUT_MODE, L"Output Mode:"},
+    {IDS_PERIOD_S, L"Period, s:"},
+    {IDS_MESSAGES, L"Messages"},
+    {IDS_BAUD_RATE, L"Baud Rate:"},
+    {IDS_BYTE_SIZE, L"Byte Size:"},
+    {IDS_STOP_BITS, L"Stop Bits:"},
+    {IDS_PARITY, L"Parity:"},
+    {IDS_RTS_CTS, L"RTS/CTS"},
+    {IDS_DEVICE_ID, L"Device Id:"},
+    {IDS_DRIVER_NAME, L"Driver Name:"},
+    {IDS_DRIVER_VERSION, L"Driver Version:"},
+    {IDS_DRIVER_DESCRIPTION, L"Driver Description:"},
+    {IDS_DRIVER_DETAILS, L"Driver Details"},
+    {IDS_UPDATE_DRIVER, L"Update Driver"},
+    {IDS_UNINSTALL, L"Uninstall"},
+    {IDS_NOTE_DRIVER_DETAILS, L"To view details about the driver files."},
+    {IDS_NOTE_UPDATE_DRIVER, L"To install a new driver."},
+    {IDS_NOTE_UNINSTALL, L"To uninstall the driver."},
+    {IDS_VARIABLES, L"Variables"},
+    {IDS_CONTROL, L"Control"},
+    {IDS_NOTE_VARIABLES, L"To viev and edit the valiables list."},
+    {IDS_NOTE_CONTROL, L"To view current status, start/stop profiles execution."},
+    {IDS_OUTPUT_MODE_NONE, L"None"},
+    {IDS_OUTPUT_MODE_USER_DEFINED, L"User Defined"},
+    {IDS_CONFIRM_DELETE_DRIVER, L"Confirm deletion of the driver."},
+
+    {IDS_FLAG_OUT, L"Out"},
+    {IDS_FLAG_CHANGE, L"Change"},
+    {IDS_FLAG_OUT_ON_ADD, L"Out On Add"},
+    {IDS_FLAG_NOTENA, L"Notena"},
+    {IDS_FLAG_FIX_PER, L"Fix Per"},
+    {IDS_FLAG_FIX_PH, L"Fix Ph"},
+    {IDS_FLAG_FIX_CNT, L"Fix Cnt"},
+    {IDS_FLAG_FIX_FL, L"Fix Fl"},
+    {IDS_RECEIVER_MESSAGE_LIST, L"Receiver Message List"},
+    {IDS_COL_MESSAGE, L"Message"},
+    {IDS_COL_PERIOD, L"Period"},
+    {IDS_COL_PHASE, L"Phase"},
+    {IDS_COL_COUNT, L"Count"},
+    {IDS_COL_FLAGS, L"Flags"},
+    {IDS_COL_DESCRIPTION, L"Description"},
+    {IDS_CONFIRM_DELETION, L"Confirm deletion."},
+    {IDS_RECEIVER_MESSAGE, L"Receiver Message"},
+    {IDS_BROWSE, L"..."},
+    {IDS_PHASE_S, L"Phase, s:"},
+    {IDS_COUNT, L"Count:"},
+    {IDS_FLAGS, L"Flags:"},
+    {IDS_SCHEDULE_SPECIFICATION, L"Schedule Specification"},
+    {IDS_MENU_ADD, L"Add"},
+    {IDS_MENU_EDIT, L"Edit"},
+    {IDS_MENU_DELETE, L"Delete"},
+
+    {IDS_PAGE_AFRM, L"AFRM"},
+    {IDS_ENABLE_AFRM, L"Enable AFRM"},
+    {IDS_REMOVE_OLD_FILES, L"Automatically Remove Old Files"},
+    {IDS_ROTATION_PERIOD, L"File Rotation Period, s:"},
+    {IDS_ROTATION_PHASE, L"File Rotation Phase, s:"},
+    {IDS_ROTATION_COUNTER, L"File Rotation Counter:"},
+    {IDS_ROTATION_RUNNING_COUNTER, L"File Rotation Running Counter:"},
+    {IDS_FORCE_FILE_ROTATION, L"Force File Rotation"},
+
+    {IDS_CHANNELS, L"Channels"},
+
+    {IDS_SITE_CONFIGURATION, L"Site Configuration"},
+    {IDS_SITE_NAME, L"Site Name:"},
+    {IDS_DESCRIPTION_LABEL, L"Description:"},
+    {IDS_SITE_PARAMETERS, L"Site Parameters"},
+    {IDS_ANTENNA_TYPE, L"Type:"},
+    {IDS_HEIGHT_M, L"Height, m:"},
+    {IDS_SLANT, L"Slant"},
+    {IDS_STATIC, L"Static"},
+    {IDS_DYNAMIC, L"Dynamic"},
+    {IDS_DYNAMICS, L"Dynamics:"},
+    {IDS_ANTENNA_PARAMETERS, L"Antenna Parameters"},
+});
+
+constexpr bool StrictlyAscending() {
+    return std::adjacent_find(kTable.begin(), kTable.end(), [](const auto& a, const auto& b) {
+               return a.id >= b.id;
+           }) == kTable.end();
+}
+static_assert(StrictlyAscending(), "string table must be sorted by id, each id once");
+
+}  // namespace
+
+std::span<const FenkStringEntry> FenkStringTable() { return kTable; }
+
+const wchar_t* FindFenkString(unsigned id) {
+    const auto it = std::lower_bound(kTable.begin(), kTable.end(), id,
+                                     [](const FenkStringEntry& e, unsigned key) { return e.id < key; });
+    return (it != kTable.end() && it->id == id) ? it->text : nullptr;
+}
