@@ -7,7 +7,7 @@ namespace basekit {
 
 namespace {
 
-constexpr std::array<std::pair<unsigned, const wchar_t*>, 7> kTexts{{
+constexpr std::array<std::pair<unsigned, const wchar_t*>, 8> kTexts{{
     {kStrCommError, L"%s reported an error.\nCommand: %s\nReply: %s"},
     {kStrWinError, L"%s\n%s (error %u)"},
     {kStrCancelled, L"The operation was canceled by the user."},
@@ -15,6 +15,8 @@ constexpr std::array<std::pair<unsigned, const wchar_t*>, 7> kTexts{{
     {kStrInternal, L"An internal error occurred."},
     {kStrLinkLost, L"The connection to the device was lost."},
     {kStrUnknownError, L"System error."},
+    {kStrBadCommandText, L"This text cannot be sent to the receiver: \"%s\". Line breaks, other control "
+                         L"characters and double quotes are not allowed, nor commas, semicolons and braces in names."},
 }};
 
 const wchar_t* Find(unsigned id) {

@@ -12,6 +12,7 @@ enum BaseStringId : unsigned {
     kStrInternal,
     kStrLinkLost,
     kStrUnknownError,
+    kStrBadCommandText,
 };
 
 const CResourceInstance& BaseStrings();

@@ -1,0 +1,126 @@
+#pragma once
+#include <vector>
+
+#include "fenklib/receiver/CReceiverEnumWrapper.h"
+#include "fenklib/receiver/ParamCatalogue.h"
+#include "fenklib/receiver/VokTypes.h"
+#include "platform/basekit/CEvent.h"
+#include "platform/devio/IReceiver.h"
+
+namespace devio {
+
+using basekit::ustring;
+
+// The command layer over an open receiver: formats a command, issues it, waits with a time-out
+// derived from the line rate (or until the abort event), and turns failures into exceptions:
+// basekit::CCommException for error replies, basekit::CWinException for everything else.
+class CVokReceiverMateCore {
+public:
+    CVokReceiverMateCore(CSmartPtr<IReceiver> receiver, basekit::CEvent* abortEvent);
+    explicit CVokReceiverMateCore(CSmartPtr<IReceiver> receiver);
+    CVokReceiverMateCore(const CVokReceiverMateCore&) = delete;
+    CVokReceiverMateCore& operator=(const CVokReceiverMateCore&) = delete;
+    virtual ~CVokReceiverMateCore() = default;
+
+    // One command and its reply. timeoutMs 0 takes GetCommandTimeout(1000).
+    ustring ExecuteCommand(const ustring& command, bool trimReply = false, unsigned timeoutMs = 0,
+                           bool sendFlag = true, bool sendOption = false);
+
+    void UpdateBaudRate();
+    unsigned LineRate() const { return m_lineRate; }
+    unsigned GetCommandTimeout(unsigned bytes) const;
+    static unsigned CalcTransferTime(unsigned lineRate, unsigned bytes);
+    basekit::CEvent& AbortEvent() const { return *m_abort; }
+    const CSmartPtr<IReceiver>& Receiver() const { return m_receiver; }
+
+    void SendRawString(const ustring& text);
+
+    // Reply functions.
+    static bool ExtractBracedText(const ustring& reply, bool keepBraces, ustring& out);
+    static void SplitTopLevelList(const ustring& text, std::vector<ustring>& list);
+    static ustring FormatOnOff(bool on) { return on ? L"on" : L"off"; }
+    static bool ParseOnOff(const ustring& reply) { return reply.find(L"on") != ustring::npos; }
+
+    vok::EDev GetCurrentTerminal();
+    void InitParameters();
+    void InitNvram();
+    void ResetReceiver();
+    bool IsExtFamilyModel();
+
+    // The catalogue's alike rows: Get(par::RcvModel), Set(par::LogRotMode, true),
+    // Get(par::PortRate, vok::DEV_SER_A) ...
+    template <typename Conv, typename... Args>
+    typename Conv::Value Get(const Param<Conv>& param, const Args&... args) {
+        const ustring reply = ExecuteCommand(L"print," + param.Path(args...), Conv::kTrim);
+        return Conv::Parse(reply);
+    }
+    template <typename Conv, typename... Args>
+    void Set(const Param<Conv>& param, const typename Conv::Value& value, const Args&... args) {
+        ExecuteCommand(L"set," + param.Path(args...) + L"," + Conv::Format(value));
+    }
+
+    template <typename... Args>
+    void Do(const Action& action, const Args&... args) {
+        if constexpr (sizeof...(Args) == 0) ExecuteCommand(action.command);
+        else ExecuteCommand(ustring::Format(action.command, conv::Arg(args)...));
+    }
+
+    // Catalogue rows with a shape of their own (CVokReceiverMateCatalogue.cpp).
+    ustring GetPowerBoardFirmware();
+    std::vector<ustring> GetPowerSwitches();
+    std::vector<vok::SAT_LOCK> GetSatLocks(const ustring& system);        // "waas" or "qzss"
+    void SetSatLocks(const ustring& system, const std::vector<vok::SAT_LOCK>& locks);
+    bool GetGpsL5Lock();
+    void SetGpsL5Lock(bool on);
+    void GetLogImp(bool& first, bool& second);
+    void SetLogImp(bool first, bool second);
+    ustring GetCurrentFile(wchar_t channel);                              // L'a' or L'b'
+    void SetCurrentFile(wchar_t channel, const ustring& name);
+    std::vector<int> GetFsInitState();
+    ustring GetFileList(unsigned timeoutMs);
+    ustring GetParameterDump(const ustring& query, unsigned timeoutMs);  // "/par:on" ...
+    void SetReferencePosition(const wchar_t* which, const vok::POS_GEO& pos);   // which: "arp" or "pos"
+    void SetReferencePosition(const wchar_t* which, const vok::POS_XYZ& pos);
+    vok::POS_GEO GetReferenceGeo(const wchar_t* which);
+    vok::POS_XYZ GetReferenceXyz(const wchar_t* which);
+    void SetCurrentPointPosition(const wchar_t* which, const vok::POS_GEO& pos);
+    void SetCurrentPointPosition(const wchar_t* which, const vok::POS_XYZ& pos);
+    vok::POS_GEO GetCurrentPointGeo(const wchar_t* which);
+    vok::POS_XYZ GetCurrentPointXyz(const wchar_t* which);
+    vok::POS_GEO GetStoredPointGeo(int index, const wchar_t* which);
+    vok::POS_XYZ GetStoredPointXyz(int index, const wchar_t* which);
+    void SetSerialParameters(vok::EDev port, vok::EBaudRate rate, vok::ERtsControl rts, vok::EStopBits stops,
+                             vok::EParity parity, vok::EByteSize bits);
+    std::vector<ustring> GetPortScriptList(vok::EDev port, const wchar_t* which);   // "scripts" or "profiles"
+    ustring GetScriptVariableName(const ustring& port, int index);
+    void SendEvent(const ustring& name, const ustring& value);
+    std::vector<vok::EDev> ListPorts(const ustring& portClass);
+    std::vector<ustring> ListParameterNames(const ustring& portClass);
+    std::vector<ustring> ListAntennaIds();
+    std::vector<ustring> ListMessages(const ustring& group);                // "def", "nmea", ...
+    void EnableMessages(vok::EDev port, const ustring& list);
+    void EnableMessage(vok::EDev port, const vok::MSG& msg);
+    void DisableMessages(vok::EDev port);
+    std::vector<vok::MSG> GetPortMessages(vok::EDev port);
+    vok::MSG GetDefaultSchedule(const ustring& name);
+    void SetDefaultSchedule(const vok::MSG& msg);
+    void InitItem(const ustring& item);
+    void CreateItem(const ustring& item);
+    void RemoveItem(const ustring& item);
+
+    // Texts of the W84 coordinate forms.
+    static ustring FormatW84(const vok::POS_GEO& pos);
+    static ustring FormatW84(const vok::POS_XYZ& pos);
+    static vok::POS_GEO ParseW84Geo(const ustring& reply);
+    static vok::POS_XYZ ParseW84Xyz(const ustring& reply);
+    static vok::MSG ParseSchedule(const ustring& name, const ustring& braced, bool& ok);
+    static ustring FormatSchedule(const vok::MSG& msg);
+
+private:
+    CSmartPtr<IReceiver> m_receiver;
+    basekit::CEvent m_ownEvent{basekit::CEvent::Mode::Auto};
+    basekit::CEvent* m_abort;
+    unsigned m_lineRate = 0;
+};
+
+}  // namespace devio

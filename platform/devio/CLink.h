@@ -1,0 +1,41 @@
+#pragma once
+#include <memory>
+#include <mutex>
+#include <string_view>
+
+#include "platform/devio/CWireLog.h"
+#include "platform/devio/IPortAddr.h"
+#include "platform/devio/LinkStatus.h"
+
+namespace devio {
+
+// A byte stream over a non-blocking descriptor: a serial line, a TCP connection or a socket to
+// the in-process simulator. One reader polls it; writers serialise on the write lock.
+class CLink {
+public:
+    CLink(CSmartPtr<IPortAddr> address, int fd);
+    virtual ~CLink();
+    CLink(const CLink&) = delete;
+    CLink& operator=(const CLink&) = delete;
+
+    int Fd() const { return m_fd; }
+    const CSmartPtr<IPortAddr>& Address() const { return m_address; }
+    CWireLog& WireLog() { return m_log; }
+
+    // Reads what is there without waiting: Success with got > 0, Timeout when nothing is
+    // waiting, Closed at end of stream, IoError on failure.
+    LinkStatus ReadSome(char* buffer, size_t capacity, size_t& got);
+    // Writes everything within timeoutMs; the deadline holds across partial writes.
+    LinkStatus Write(std::string_view bytes, unsigned timeoutMs);
+    // Ends the stream in both directions; the reader then sees Closed.
+    void Shutdown();
+
+private:
+    CSmartPtr<IPortAddr> m_address;
+    int m_fd;
+    bool m_isSocket;
+    std::mutex m_writeMutex;
+    CWireLog m_log;
+};
+
+}  // namespace devio

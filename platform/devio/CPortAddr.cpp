@@ -1,0 +1,83 @@
+#include "platform/devio/CPortAddr.h"
+
+#include <QUrl>
+#include <QUrlQuery>
+#include <array>
+
+#include "platform/basekit/CWinException.h"
+
+namespace devio {
+
+namespace {
+
+struct OptionName { const char* option; const wchar_t* property; };
+constexpr std::array<OptionName, 7> kOptions{{
+    {"baud", L"BaudRate"}, {"bits", L"ByteSize"}, {"parity", L"Parity"}, {"stops", L"StopBits"},
+    {"rtscts", L"RtsCts"}, {"timeout", L"ConnectTimeout"}, {"log", L"WireLog"},
+}};
+
+const wchar_t* PropertyOf(const QString& option) {
+    for (const auto& o : kOptions)
+        if (option == QLatin1String(o.option)) return o.property;
+    return nullptr;
+}
+
+[[noreturn]] void Refuse(const ustring& url) {
+    throw basekit::CWinException("PortAddr", __LINE__, L"devio::IPortAddr::Parse " + url, 87);
+}
+
+// "sim:", "serial:/dev/x?...", "tcp://host:port?..."
+CSmartPtr<IPortAddr> Make(const ustring& text) {
+    const QString s = text.ToQString().trimmed();
+    const QString schemeEnd = s.section(QLatin1Char(':'), 0, 0);
+    std::map<ustring, QVariant> props;
+    const qsizetype q = s.indexOf(QLatin1Char('?'));
+    const QString head = q < 0 ? s : s.left(q);
+    const QUrlQuery query(q < 0 ? QString() : s.mid(q + 1));
+    for (const auto& [key, value] : query.queryItems(QUrl::FullyDecoded)) {
+        const wchar_t* name = PropertyOf(key);
+        if (!name) Refuse(text);
+        props[name] = value;
+    }
+    if (schemeEnd == QLatin1String("sim")) {
+        return CSmartPtr<IPortAddr>(new CPortAddr(PortInProcess, L"sim", std::move(props), text));
+    }
+    if (schemeEnd == QLatin1String("serial")) {
+        const QString path = head.mid(7);
+        if (path.isEmpty()) Refuse(text);
+        if (!props.count(L"BaudRate")) props[L"BaudRate"] = 115200;
+        bool ok = false;
+        props[L"BaudRate"].toString().toUInt(&ok);
+        if (!ok) Refuse(text);
+        return CSmartPtr<IPortAddr>(new CPortAddr(PortSerial, ustring::FromQString(path), std::move(props), text));
+    }
+    if (schemeEnd == QLatin1String("tcp")) {
+        const QUrl url(head);
+        if (!url.isValid() || url.host().isEmpty() || url.port() <= 0) Refuse(text);
+        props[L"Host"] = url.host();
+        props[L"Port"] = url.port();
+        const ustring name = ustring::FromQString(url.host() + QLatin1Char(':') + QString::number(url.port()));
+        return CSmartPtr<IPortAddr>(new CPortAddr(PortNetwork, name, std::move(props), text));
+    }
+    Refuse(text);
+}
+
+}  // namespace
+
+CPortAddr::CPortAddr(EPortType type, ustring name, std::map<ustring, QVariant> properties, ustring url)
+    : m_type(type), m_name(std::move(name)), m_properties(std::move(properties)), m_url(std::move(url)) {}
+
+CSmartPtr<IPropertyContainer> CPortAddr::GetProperties() const {
+    return CSmartPtr<IPropertyContainer>(const_cast<CPortAddr*>(this));
+}
+
+QVariant CPortAddr::GetProperty(const ustring& name) const {
+    const auto it = m_properties.find(name);
+    return it == m_properties.end() ? QVariant() : it->second;
+}
+
+CSmartPtr<IPortAddr> IPortAddr::Parse(const ustring& url) {
+    return Make(url.Trimmed().empty() ? ustring(L"sim:") : url);
+}
+
+}  // namespace devio

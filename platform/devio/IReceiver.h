@@ -1,0 +1,30 @@
+#pragma once
+#include <cstdint>
+
+#include "platform/devio/ICommandChannel.h"
+#include "platform/devio/IListener.h"
+#include "platform/devio/IPort.h"
+
+namespace devio {
+
+// Receiver events: 7 the receiver's state changed (restart, lost link), 8 events are waiting to
+// be delivered with DeliverEvents on the window's thread.
+enum EReceiverEvent : unsigned { kEventStateChanged = 7, kEventPending = 8 };
+
+struct IReceiver : basekit::IRefCounted {
+    virtual CSmartPtr<IPort> GetPort() const = 0;
+    virtual CSmartPtr<ICommandChannel> GetCommandChannel() const = 0;
+    // Throws basekit::CWinException when the receiver refuses the subscription.
+    virtual void Subscribe(const CSmartPtr<INotice>& notice, unsigned eventNumber) = 0;
+    virtual void Unsubscribe(const CSmartPtr<INotice>& notice) = 0;
+    // Hands queued receiver events to their subscribers on the calling thread.
+    virtual void DeliverEvents(std::uintptr_t wParam, std::intptr_t lParam) = 0;
+    // True while the link is up and the receiver answers.
+    virtual bool IsReady() const = 0;
+    virtual CSmartPtr<IListenerHost> GetListenerHost() const = 0;
+
+protected:
+    ~IReceiver() = default;
+};
+
+}  // namespace devio
