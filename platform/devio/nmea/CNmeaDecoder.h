@@ -1,0 +1,58 @@
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "platform/devio/nmea/CGsvAssembler.h"
+#include "platform/devio/nmea/CNmeaSentence.h"
+#include "platform/devio/nmea/CSkyView.h"
+#include "platform/devio/nmea/INmeaSink.h"
+#include "platform/devio/nmea/NmeaCounters.h"
+
+namespace devio {
+
+// Decodes NMEA 0183 sentences into live-data records (docs/nmea-decoding.md). Stateful: it
+// assembles GSV groups, remembers the GSA used set, and emits one combined satellite list
+// per epoch. Feed it sentences without line ends, as CStreamLexer cuts them.
+class CNmeaDecoder {
+public:
+    explicit CNmeaDecoder(INmeaSink& sink);
+    CNmeaDecoder(const CNmeaDecoder&) = delete;
+    CNmeaDecoder& operator=(const CNmeaDecoder&) = delete;
+
+    void Decode(std::string_view sentence);
+    // End of stream: publishes the satellites of the epoch in progress.
+    void Flush();
+
+    NMEA_COUNTERS Counters() const;
+
+private:
+    using DecodeFunction = bool (CNmeaDecoder::*)();
+    // One row per sentence type; adding a type means adding a row and its function.
+    struct SENTENCE_ROW {
+        std::string_view type;
+        std::size_t minFields;
+        DecodeFunction decode;
+    };
+    static const SENTENCE_ROW kSentenceTable[];
+
+    const SENTENCE_ROW* Find(std::string_view type) const;
+    void DecodeGood();
+    bool DecodeGga();
+    bool DecodeRmc();
+    bool DecodeGsa();
+    bool DecodeGsv();
+    bool DecodeZda();
+    void OnEpochTime(std::int32_t millisecondOfDay);
+
+    INmeaSink& m_sink;
+    NMEA_COUNTERS m_counters;
+    CNmeaSentence m_sentence;
+    CGsvAssembler m_gsv;
+    CSkyView m_sky;
+    std::int32_t m_epochTime = -1;        // millisecond of day of the epoch in progress
+    bool m_zdaSeen = false;
+    bool m_lastWasGsa = false;
+};
+
+}  // namespace devio
