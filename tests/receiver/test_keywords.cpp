@@ -1,0 +1,71 @@
+#include <gtest/gtest.h>
+
+#include "fenklib/receiver/CReceiverEnumWrapper.h"
+
+using namespace devio::vok;
+using basekit::ustring;
+
+namespace {
+
+template <typename E, E N>
+E Read(const wchar_t* text) { return CReceiverEnumWrapper<E, N>().FromKeyword(text).Value(); }
+template <typename E, E N>
+ustring Write(int value) { return CReceiverEnumWrapper<E, N>(static_cast<E>(value)).ToKeyword(); }
+
+TEST(Keywords, ReadingKeywords) {
+    struct Case { const char* legend; int got; int want; };
+    const Case cases[] = {
+        {"exact match", Read<ERTKDynamic, RTK_STATIC>(L"stopandgo"), RTK_STOPANDGO},
+        {"capital S is not static: the default 0", Read<ERTKDynamic, RTK_STATIC>(L"Static"), 0},
+        {"unknown reads as N", Read<EAmbiguityFixingLevel, AFL_MEDIUM>(L"extreme"), AFL_MEDIUM},
+        {"unknown position output reads as delay", Read<EPositionOutputMode, POSOUT_DELAY>(L"x"), POSOUT_DELAY},
+        {"unknown anti-jamming reads as auto", Read<EAntiJamming, AJM_AUTO>(L"?"), AJM_AUTO},
+        {"a trailing blank is not trimmed here", Read<EBaudRate, BAUD_115200>(L"4800 "), BAUD_115200},
+        {"exact baud rate", Read<EBaudRate, BAUD_115200>(L"4800"), BAUD_4800},
+        {"input mode falls back to 0 whatever N", Read<EIMode, IMODE_CMD>(L"bogus"), IMODE_NONE},
+        {"modem mode falls back to 0 whatever N", Read<EModemMode, MODEM_SLAVE>(L"bogus"), MODEM_OFF},
+        {"parity keyword N", Read<EParity, PARITY_N>(L"feven"), PARITY_FEVEN},
+        {"EDev with a leading slash", Read<EDev, DEV_NULL>(L"/dev/ser/b"), DEV_SER_B},
+        {"EDev with an attribute suffix", Read<EDev, DEV_NULL>(L"dev/ser/b&size"), DEV_SER_B},
+        {"EDev current file", Read<EDev, DEV_NULL>(L"/cur/file/b"), CUR_FILE_B},
+        {"EDev unknown reads as dev/null", Read<EDev, DEV_NULL>(L"dev/xyz"), DEV_NULL},
+        {"ECom by substring", Read<ECom, COM_A>(L"/com/c/profile"), COM_C},
+        {"EIonoCorrections reads 02 as 2", Read<EIonoCorrections, IONO_0>(L"02"), IONO_2},
+        {"EIonoCorrections reads a letter as 0", Read<EIonoCorrections, IONO_1>(L"x"), IONO_0},
+        {"EIonoCorrections out-of-table number gives N", Read<EIonoCorrections, IONO_1>(L"7"), IONO_1},
+    };
+    for (const auto& c : cases) EXPECT_EQ(c.got, c.want) << c.legend;
+}
+
+TEST(Keywords, WritingValues) {
+    struct Case { const char* legend; ustring got; const wchar_t* want; };
+    const Case cases[] = {
+        {"in range", Write<EBaudRate, BAUD_115200>(BAUD_921600), L"921600"},
+        {"baud rate out of range writes 115200", Write<EBaudRate, BAUD_115200>(99), L"115200"},
+        {"anti-jamming 9 writes gps", Write<EAntiJamming, AJM_AUTO>(9), L"gps"},
+        {"position output out of range writes extrap", Write<EPositionOutputMode, POSOUT_DELAY>(5), L"extrap"},
+        {"ambiguity level out of range writes medium", Write<EAmbiguityFixingLevel, AFL_MEDIUM>(-1), L"medium"},
+        {"antenna out of range writes auto", Write<EAntenna, ANT_AUTO>(3), L"auto"},
+        {"EDev 18 is the empty text", Write<EDev, DEV_NULL>(18), L""},
+        {"ECom out of range is the empty text", Write<ECom, COM_A>(4), L""},
+        {"EDev row 17", Write<EDev, DEV_NULL>(CUR_FILE_B), L"cur/file/b"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(c.got, c.want) << c.legend;
+}
+
+TEST(Keywords, EveryRowRoundTrips) {
+    for (int v = 0; v <= CUR_FILE_B; ++v) EXPECT_EQ(FromKeyword<EDev>(ToKeyword(static_cast<EDev>(v))), v);
+    for (int v = 0; v <= BAUD_921600; ++v) EXPECT_EQ(FromKeyword<EBaudRate>(ToKeyword(static_cast<EBaudRate>(v))), v);
+    for (int v = 0; v <= IMODE_TERM; ++v) EXPECT_EQ(FromKeyword<EIMode>(ToKeyword(static_cast<EIMode>(v))), v);
+}
+
+TEST(Keywords, DataLinkLetters) {
+    EXPECT_EQ(DataLinkFormatName(L'T'), L"RTCM 3.0");
+    EXPECT_EQ(DataLinkFormatName(L'J'), L"VOK");
+    EXPECT_EQ(DataLinkFormatName(L'Q'), L"Q");
+    EXPECT_EQ(DataLinkPortName(L'L'), L"Bluetooth");
+    EXPECT_EQ(DataLinkPortName(L'I'), L"tcp/e");
+    EXPECT_EQ(DataLinkPortName(L'Z'), L"");
+}
+
+}  // namespace
