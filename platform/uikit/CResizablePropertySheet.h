@@ -1,0 +1,96 @@
+#pragma once
+#include <QDialog>
+#include <QIcon>
+#include <optional>
+#include <vector>
+
+#include "platform/basekit/ustring.h"
+#include "platform/uikit/CWindowFrame.h"
+
+class QDialogButtonBox;
+class QPushButton;
+class QTabWidget;
+
+namespace uikit {
+
+class CResizablePropertyPage;
+
+// A modal dialog with one tab per page and OK / Cancel / Apply, kept in place by its name.
+//
+// The page protocol: switching tabs asks the old page OnKillActive() (false keeps it) and
+// activates the new one (OnInitDialog() the first time, then OnSetActive()). OK asks the
+// current page OnKillActive(), then OnApply() of every initialised page in order (the first
+// false stops and shows that page), then OnOK() of each, and ends with IDOK. Apply does the
+// same without OnOK() and without closing; it is enabled while a page is marked modified.
+// Cancel (also Escape and the window frame) calls OnCancel() of each initialised page and
+// ends with IDCANCEL; a sheet that must confirm closing overrides reject().
+//
+// Pages belong to the caller (usually members of the derived sheet); the sheet never deletes
+// one, and a page destroyed first leaves the sheet by itself.
+class CResizablePropertySheet : public CWindowFrame<QDialog> {
+public:
+    enum class ApplyButton { Shown, Hidden };
+    static constexpr int ID_APPLY_NOW = 0x3021;
+
+    CResizablePropertySheet(QWidget* parent, const basekit::ustring& caption,
+                            basekit::ustring windowName = {},
+                            ApplyButton applyButton = ApplyButton::Shown, const QIcon& icon = {});
+    ~CResizablePropertySheet() override;
+
+    void AddPage(CResizablePropertyPage* page);
+    int GetPageCount() const { return static_cast<int>(m_pages.size()); }
+    CResizablePropertyPage* GetPage(int index) const;
+    int GetPageIndex(const CResizablePropertyPage* page) const;
+    CResizablePropertyPage* GetActivePage() const { return m_activePage; }
+    // While the sheet runs, switches with the page protocol and returns whether the page is now
+    // active; before the run, chooses the page shown first.
+    bool SetActivePage(int index);
+
+    void SetCaption(const basekit::ustring& caption);
+    const basekit::ustring& GetWindowName() const { return m_windowName; }
+    // IDOK, IDCANCEL or ID_APPLY_NOW; nullptr for a button the sheet does not have.
+    QPushButton* GetButton(int id) const;
+    QTabWidget* GetTabControl() const { return m_tabs; }
+
+    // Activates the first page; a derived sheet calls it first from its own.
+    bool OnInitDialog() override;
+    virtual int DoModal();
+    // Ends the modal run with result; during initialisation the sheet then never shows.
+    void EndDialog(int result);
+    bool IsModalRunning() const { return m_running; }
+    // The Apply button's work; true when every page applied.
+    bool ApplyNow();
+
+    void accept() override;
+    void reject() override;
+    void done(int result) override;
+
+protected:
+    // The pages' windows end after the sheet's own OnDestroy().
+    void OnFrameDestroyed() override;
+
+private:
+    friend class CResizablePropertyPage;
+    void ForgetPage(CResizablePropertyPage* page);
+    void UpdateApplyButton();
+
+    void OnTabChanged(int index);
+    bool SwitchTo(CResizablePropertyPage* next);
+    void ShowTabOf(CResizablePropertyPage* page);
+    void ActivateStartPage();
+    bool ApplyPages();
+    template <typename F>
+    void ForEachInitialisedPage(F&& f);
+
+    basekit::ustring m_windowName;
+    QTabWidget* m_tabs;
+    QDialogButtonBox* m_buttons;
+    std::vector<CResizablePropertyPage*> m_pages;
+    CResizablePropertyPage* m_activePage = nullptr;
+    int m_startPage = 0;
+    bool m_switching = false;
+    bool m_running = false;
+    std::optional<int> m_earlyResult;
+};
+
+}  // namespace uikit
