@@ -17,6 +17,10 @@ unsigned CResizablePropertyPage::ChooseTemplate(unsigned normalTemplateId) {
     return IsWideScreen() ? normalTemplateId + 1 : normalTemplateId;
 }
 
+void CResizablePropertyPage::EndDialog(int result) {
+    if (m_sheet) m_sheet->EndDialog(result);
+}
+
 void CResizablePropertyPage::SetModified(bool modified) {
     m_modified = modified;
     if (m_sheet) m_sheet->UpdateApplyButton();

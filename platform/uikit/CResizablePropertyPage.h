@@ -25,6 +25,9 @@ public:
     unsigned GetTemplateId() const { return m_templateId; }
     const basekit::ustring& GetTitle() const { return m_title; }
     CResizablePropertySheet* GetSheet() const { return m_sheet; }
+    // Ends the sheet's modal run, so code shared by dialogs, sheets and pages can end "its"
+    // window alike. Without a sheet it does nothing.
+    void EndDialog(int result);
 
     // Marks the page as holding unapplied changes; the sheet's Apply button follows.
     void SetModified(bool modified = true);

@@ -31,7 +31,7 @@ public:
     bool OnInitDialog() override {
         Log("init");
         edit = new QLineEdit(this);
-        if (endSheetOnInit) GetSheet()->EndDialog(endSheetOnInit);
+        if (endSheetOnInit) EndDialog(endSheetOnInit);
         return CResizablePropertyPage::OnInitDialog();
     }
     bool OnSetActive() override { Log("set"); return true; }

@@ -1,0 +1,53 @@
+#pragma once
+
+// Numbers of the library's dialog layouts. A page with a wide-screen layout has two numbers;
+// most wide ones are the normal number plus one (uikit's ChooseTemplate), but not all:
+// 3099/3101, 3105/3117 and 3253/3263 must be chosen explicitly with IsWideScreen().
+// Layout numbers are apart from string numbers: dialog 3100 is not string 3100.
+enum FenkDialogId : unsigned {
+    // Receiver status sheet pages
+    IDD_STATUS_POSITION = 3099,
+    IDD_STATUS_POSITION_WIDE = 3101,
+    IDD_STATUS_SAT_LIST = 3100,
+    IDD_STATUS_SKY_PLOT = 3102,
+    IDD_STATUS_SCATTER = 3103,
+    IDD_STATUS_SCATTER_WIDE = 3104,
+    IDD_STATUS_POSITION_IN_TIME = 3105,
+    IDD_STATUS_POSITION_IN_TIME_WIDE = 3117,
+    IDD_STATUS_DATA_LINK = 3266,
+    IDD_STATUS_LOGGING = 3267,
+    IDD_STATUS_LOGGING_WIDE = 3268,
+
+    // Output message dialogs
+    IDD_RCV_MESSAGE = 3253,
+    IDD_RCV_MESSAGE_WIDE = 3263,
+    IDD_RCV_MESSAGE_LIST = 3254,
+    IDD_MESSAGE_LIST = 3287,
+    IDD_RCV_MESSAGE_MUL_LIST = 3414,
+    IDD_RCV_MESSAGE_MUL_LIST_WIDE = 3415,
+
+    // Receiver ports dialog and port pages
+    IDD_RECEIVER_PORTS = 3369,
+    IDD_PORT_GENERAL = 3283,
+    IDD_PORT_GENERAL_WIDE = 3284,
+    IDD_PORT_SERIAL = 3416,
+    IDD_PORT_SERIAL_WIDE = 3417,
+    IDD_PORT_COM_GENERAL = 3372,
+    IDD_PORT_COM_GENERAL_WIDE = 3373,
+    IDD_PORT_COM_DRIVER = 3374,
+    IDD_PORT_COM_DRIVER_WIDE = 3375,
+    IDD_PORT_COM_ADVANCED = 3377,
+    IDD_PORT_COM_ADVANCED_WIDE = 3378,
+    IDR_PORT_LIST_MENU = 3380,
+
+    // Automatic file rotation page
+    IDD_EXPLORER_AFRM = 3276,
+    IDD_EXPLORER_AFRM_WIDE = 3277,
+
+    // Channel picker
+    IDD_CHANNELS_LIST = 3368,
+
+    // Site configuration
+    IDD_SITE_CONFIGURATION = 3270,
+    IDD_SITE_CONFIGURATION_WIDE = 3271,
+};
