@@ -1,0 +1,162 @@
+#include "tools/rcvsim/Constellation.h"
+
+#include <array>
+#include <cmath>
+
+namespace rcvsim {
+namespace {
+
+constexpr double kMu = 3.986004418e14;
+constexpr double kGeoRadius = 42164.17e3;
+constexpr double kJ2000 = 946728000.0;   // 2000-01-01 12:00 UTC
+constexpr double kGmstJ2000 = 4.894961212823756;
+
+double Motion(double radius) { return std::sqrt(kMu / (radius * radius * radius)); }
+
+double EarthAngle(double t) { return kGmstJ2000 + Geodesy::kEarthRate * (t - kJ2000); }
+
+// Walker delta pattern: `planes` planes, `perPlane` satellites each, phasing f.
+void AddWalker(std::vector<Satellite>& out, GnssSystem sys, int planes, int perPlane, int f,
+               double radius, double incDeg, int firstPrn) {
+    const int total = planes * perPlane;
+    for (int p = 0; p < planes; ++p)
+        for (int s = 0; s < perPlane; ++s) {
+            Satellite sat;
+            sat.system = sys;
+            sat.prn = firstPrn + p * perPlane + s;
+            sat.radius = radius;
+            sat.inclination = Geodesy::Rad(incDeg);
+            sat.raan = Geodesy::Rad(360.0 * p / planes);
+            sat.argLat0 = Geodesy::Rad(360.0 * s / perPlane + 360.0 * f * p / total);
+            sat.motion = Motion(radius);
+            out.push_back(sat);
+        }
+}
+
+struct GeoSlot {
+    int prn;
+    double lonDeg;
+};
+// Invented slots, spread the way the augmentation systems spread theirs.
+constexpr std::array kSbas{GeoSlot{120, -15.5}, GeoSlot{124, 5.0}, GeoSlot{126, 25.0},
+                           GeoSlot{129, 140.0}, GeoSlot{131, -117.0}, GeoSlot{133, -129.0},
+                           GeoSlot{135, -133.0}, GeoSlot{137, 145.0}, GeoSlot{138, -107.3}};
+
+void AddQzss(std::vector<Satellite>& out) {
+    constexpr double kCentreLon = 135.0;
+    // Figure-eight tracks centred on one longitude: the node must sit on that longitude when
+    // the satellite crosses it, which fixes the right ascension for each starting phase.
+    for (int i = 0; i < 4; ++i) {
+        Satellite sat;
+        sat.system = GnssSystem::Qzss;
+        sat.prn = 193 + i;
+        sat.radius = kGeoRadius;
+        sat.inclination = Geodesy::Rad(41.0);
+        sat.argLat0 = Geodesy::Rad(90.0 * i);
+        sat.motion = Geodesy::kEarthRate;
+        sat.raan = Geodesy::Rad(kCentreLon) + EarthAngle(0) - sat.argLat0;
+        out.push_back(sat);
+    }
+}
+
+// 4x4 symmetric inverse by Gauss-Jordan; false when singular.
+bool Invert4(std::array<std::array<double, 8>, 4>& m) {
+    for (int c = 0; c < 4; ++c) {
+        int pivot = c;
+        for (int r = c + 1; r < 4; ++r)
+            if (std::abs(m[r][c]) > std::abs(m[pivot][c])) pivot = r;
+        if (std::abs(m[pivot][c]) < 1e-12) return false;
+        std::swap(m[c], m[pivot]);
+        const double d = m[c][c];
+        for (auto& v : m[c]) v /= d;
+        for (int r = 0; r < 4; ++r) {
+            if (r == c) continue;
+            const double k = m[r][c];
+            for (int j = 0; j < 8; ++j) m[r][j] -= k * m[c][j];
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+int Satellite::NmeaId() const {
+    switch (system) {
+    case GnssSystem::Gps: return prn;
+    case GnssSystem::Glonass: return 64 + prn;
+    case GnssSystem::Sbas: return prn - 87;
+    case GnssSystem::Qzss: return prn;
+    }
+    return prn;
+}
+
+Constellation::Constellation() {
+    AddWalker(sats_, GnssSystem::Gps, 6, 4, 1, 26559.7e3, 55.0, 1);
+    AddWalker(sats_, GnssSystem::Glonass, 3, 8, 1, 25508.0e3, 64.8, 1);
+    for (const auto& slot : kSbas) {
+        Satellite sat;
+        sat.system = GnssSystem::Sbas;
+        sat.prn = slot.prn;
+        sat.radius = kGeoRadius;
+        sat.geostationary = true;
+        sat.lonDeg = slot.lonDeg;
+        sats_.push_back(sat);
+    }
+    AddQzss(sats_);
+}
+
+Ecef Constellation::Position(const Satellite& sat, double t) {
+    if (sat.geostationary) {
+        const double lon = Geodesy::Rad(sat.lonDeg);
+        return {sat.radius * std::cos(lon), sat.radius * std::sin(lon), 0};
+    }
+    const double u = sat.argLat0 + sat.motion * t;
+    // Orbital plane to inertial, then inertial to Earth-fixed by the Earth's rotation angle.
+    const double xp = sat.radius * std::cos(u), yp = sat.radius * std::sin(u);
+    const double ci = std::cos(sat.inclination), si = std::sin(sat.inclination);
+    const double node = sat.raan - EarthAngle(t);
+    const double cn = std::cos(node), sn = std::sin(node);
+    return {xp * cn - yp * ci * sn, xp * sn + yp * ci * cn, yp * si};
+}
+
+std::vector<SatView> Constellation::Visible(const Geodetic& site, double t, double maskDeg) const {
+    std::vector<SatView> views;
+    for (const auto& sat : sats_) {
+        const Look look = Geodesy::LookAt(site, Position(sat, t));
+        if (look.elevationDeg <= 0) continue;
+        SatView v;
+        v.sat = &sat;
+        v.look = look;
+        v.elevation = look.elevationDeg;
+        v.azimuth = look.azimuthDeg;
+        // Signal strength grows with elevation; a small per-satellite offset tells them apart.
+        v.snr = static_cast<int>(std::lround(31 + 17 * std::sin(Geodesy::Rad(look.elevationDeg)) +
+                                             (sat.prn % 5) - 2));
+        v.used = sat.system != GnssSystem::Sbas && look.elevationDeg >= maskDeg;
+        views.push_back(v);
+    }
+    return views;
+}
+
+Dop Constellation::ComputeDop(const std::vector<SatView>& views) {
+    std::array<std::array<double, 8>, 4> m{};
+    int used = 0;
+    for (const auto& v : views) {
+        if (!v.used) continue;
+        const std::array<double, 4> g{-v.look.east, -v.look.north, -v.look.up, 1.0};
+        for (int r = 0; r < 4; ++r)
+            for (int c = 0; c < 4; ++c) m[r][c] += g[r] * g[c];
+        ++used;
+    }
+    Dop dop;
+    if (used < 4) return dop;
+    for (int r = 0; r < 4; ++r) m[r][4 + r] = 1;
+    if (!Invert4(m)) return dop;
+    dop.hdop = std::sqrt(m[0][4] + m[1][5]);
+    dop.vdop = std::sqrt(m[2][6]);
+    dop.pdop = std::sqrt(m[0][4] + m[1][5] + m[2][6]);
+    dop.valid = true;
+    return dop;
+}
+
+}  // namespace rcvsim

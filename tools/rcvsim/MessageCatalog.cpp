@@ -1,0 +1,77 @@
+#include "tools/rcvsim/MessageCatalog.h"
+
+#include <algorithm>
+#include <array>
+
+#include "tools/rcvsim/CommandLine.h"
+
+namespace rcvsim {
+namespace {
+using namespace std::string_view_literals;
+constexpr std::array kGroups{"qls"sv, "nmea"sv, "rtcm"sv, "rtcm3"sv, "cmr"sv, "binex"sv, "jps"sv};
+
+struct Entry {
+    const char* name;
+    Schedule schedule;
+};
+const std::array kFactory{
+    Entry{"nmea/GGA", {1, 0, 0, 0}}, Entry{"nmea/RMC", {1, 0, 0, 0}},
+    Entry{"nmea/GSA", {1, 0, 0, 0}}, Entry{"nmea/GSV", {5, 0, 0, 0}},
+    Entry{"nmea/ZDA", {1, 0, 0, 0}}, Entry{"jps/DL", {1, 0, 0, 0}},
+};
+}  // namespace
+
+MessageCatalog::MessageCatalog() { Reset(); }
+
+void MessageCatalog::Reset() {
+    defaults_.clear();
+    for (const auto& e : kFactory) defaults_.emplace_back(e.name, e.schedule);
+}
+
+std::span<const std::string_view> MessageCatalog::Groups() { return kGroups; }
+
+std::optional<std::string> MessageCatalog::Canonical(std::string_view name) const {
+    std::string n = CommandLine::Trim(name);
+    while (!n.empty() && n.front() == '/') n.erase(0, 1);
+    if (CommandLine::StartsWith(n, "msg/")) n.erase(0, 4);
+    const auto found = std::find_if(defaults_.begin(), defaults_.end(),
+                                    [&](const auto& d) { return d.first == n; });
+    if (found == defaults_.end()) return std::nullopt;
+    return n;
+}
+
+std::vector<std::string> MessageCatalog::Names() const {
+    std::vector<std::string> names;
+    for (const auto& d : defaults_) names.push_back(d.first);
+    return names;
+}
+
+std::vector<std::string> MessageCatalog::NamesIn(std::string_view group) const {
+    std::vector<std::string> names;
+    const std::string prefix = std::string(group) + "/";
+    for (const auto& d : defaults_)
+        if (CommandLine::StartsWith(d.first, prefix)) names.push_back(d.first.substr(prefix.size()));
+    return names;
+}
+
+bool MessageCatalog::HasGroup(std::string_view group) const {
+    return std::find(kGroups.begin(), kGroups.end(), group) != kGroups.end();
+}
+
+const Schedule* MessageCatalog::Default(std::string_view name) const {
+    const auto canonical = Canonical(name);
+    if (!canonical) return nullptr;
+    for (const auto& d : defaults_)
+        if (d.first == *canonical) return &d.second;
+    return nullptr;
+}
+
+bool MessageCatalog::SetDefault(std::string_view name, const Schedule& schedule) {
+    const auto canonical = Canonical(name);
+    if (!canonical) return false;
+    for (auto& d : defaults_)
+        if (d.first == *canonical) d.second = schedule;
+    return true;
+}
+
+}  // namespace rcvsim

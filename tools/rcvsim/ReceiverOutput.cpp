@@ -1,0 +1,193 @@
+// What the receiver sends on its own: scheduled messages ("em"/"dm"), events, and the log
+// files it records.
+#include <cmath>
+#include <cstdio>
+
+#include "tools/rcvsim/Frame.h"
+#include "tools/rcvsim/Keywords.h"
+#include "tools/rcvsim/Receiver.h"
+
+namespace rcvsim {
+namespace {
+
+struct Generator {
+    const char* name;
+    std::string (*make)(const Fix&);
+};
+constexpr Generator kNmea[] = {{"nmea/GGA", &Nmea::Gga}, {"nmea/RMC", &Nmea::Rmc},
+                               {"nmea/GSA", &Nmea::Gsa}, {"nmea/GSV", &Nmea::Gsv},
+                               {"nmea/ZDA", &Nmea::Zda}};
+
+// Position wander of each solution kind: amplitude in metres.
+double Wander(std::string_view mode) {
+    if (mode == "pd") return 0.01;
+    if (mode == "pf") return 0.15;
+    if (mode == "cd") return 0.6;
+    return 1.8;
+}
+
+int Quality(std::string_view mode) {
+    if (mode == "pd") return 4;
+    if (mode == "pf") return 5;
+    if (mode == "cd") return 2;
+    return 1;
+}
+
+struct LinkFormat {
+    std::string_view imode;
+    char letter;
+    int bytesPerSecond;
+};
+constexpr LinkFormat kLinkFormats[] = {{"rtcm", 'R', 120}, {"rtcm3", 'T', 480}, {"cmr", 'C', 300}};
+
+char PortLetter(std::string_view port) {
+    if (port.size() != 9) return 0;
+    const char last = port[8];
+    if (port.substr(0, 8) == "dev/ser/") return static_cast<char>('A' + (last - 'a'));
+    if (port.substr(0, 8) == "dev/tcp/") return static_cast<char>('E' + (last - 'a'));
+    if (port == "dev/usb/a") return 'U';
+    return 0;
+}
+
+}  // namespace
+
+Reply Receiver::Enable(const Args& args, const Context& ctx) {
+    if (args.empty()) return Reply::WrongFirst();
+    const std::string port = ResolvePort(args[0], ctx);
+    if (!IsOutputPort(port)) return Reply::WrongFirst();
+    Args items(args.begin() + 1, args.end());
+    if (items.size() == 1 && CommandLine::Trim(items[0]).starts_with('{'))
+        items = CommandLine::SplitTopLevel(CommandLine::StripBraces(items[0]), ',');
+    if (items.empty()) return Reply::WrongSecond();
+    std::vector<std::pair<std::string, Schedule>> enable;
+    for (const auto& item : items) {
+        const auto parts = CommandLine::SplitTopLevel(item, ':');
+        const auto name = catalog_.Canonical(parts[0]);
+        if (!name || parts.size() > 2) return Reply::WrongSecond();
+        const auto schedule = parts.size() == 2 ? Schedule::Parse(parts[1])
+                                                : std::optional<Schedule>(*catalog_.Default(*name));
+        if (!schedule) return Reply::WrongSecond();
+        enable.emplace_back(*name, *schedule);
+    }
+    for (const auto& [name, schedule] : enable) schedule_.Enable(port, name, schedule, ctx.now);
+    return Reply::Success();
+}
+
+Reply Receiver::DisableMessages(const Args& args, const Context& ctx) {
+    if (args.empty()) return Reply::WrongFirst();
+    const std::string port = ResolvePort(args[0], ctx);
+    if (!IsOutputPort(port)) return Reply::WrongFirst();
+    if (args.size() == 1) {
+        schedule_.Disable(port);
+        return Reply::Success();
+    }
+    for (std::size_t i = 1; i < args.size(); ++i) {
+        const auto name = catalog_.Canonical(args[i]);
+        if (!name) return Reply::WrongSecond();
+        schedule_.Disable(port, *name);
+    }
+    return Reply::Success();
+}
+
+std::vector<Output> Receiver::Poll() {
+    const std::lock_guard lock(mutex_);
+    const double now = clock_->Now();
+    std::vector<Output> out;
+    for (const int e : pendingEvents_) out.push_back({"", Frame::Event(e)});
+    pendingEvents_.clear();
+    AdvanceLogging(now);
+    const auto due = schedule_.TakeDue(now);
+    if (due.empty()) return out;
+    const Fix fix = MakeFix(now);
+    for (const auto& d : due) {
+        std::string bytes = MessageBytes(d.name, fix, now);
+        if (d.port == "cur/file/a" || d.port == "cur/file/b") {
+            if (!Value(d.port).empty()) files_.Append(Value(d.port), bytes, now);
+            continue;
+        }
+        out.push_back({d.port, std::move(bytes)});
+    }
+    RefreshDerived();
+    return out;
+}
+
+std::string Receiver::MessageBytes(const std::string& name, const Fix& fix, double now) const {
+    for (const auto& g : kNmea)
+        if (name == g.name) return g.make(fix);
+    if (name == "jps/DL") return Frame::Message("DL", DataLinkPayload(now));
+    return {};
+}
+
+// One link per port whose input mode takes corrections; counters grow with time.
+std::string Receiver::DataLinkPayload(double now) const {
+    const double elapsed = std::max(0.0, now - startTime_);
+    std::string links;
+    int count = 0;
+    for (const auto port : Keywords::DevicePorts()) {
+        const char letter = PortLetter(port);
+        const std::string imode = Value(std::string(port) + "/imode");
+        for (const auto& f : kLinkFormats) {
+            if (letter == 0 || imode != f.imode) continue;
+            const long received = static_cast<long>(elapsed);
+            const double age = std::fmod(elapsed, 1.0) + (letter % 3) * 0.3;
+            char link[96];
+            std::snprintf(link, sizeof link, ";%c,%c,%d,%.1f,%ld,%ld,%d", letter, f.letter,
+                          100 + (letter - 'A') * 101, age, received, received / 1500,
+                          f.bytesPerSecond);
+            links += link;
+            ++count;
+        }
+    }
+    return std::to_string(count) + links;
+}
+
+Fix Receiver::MakeFix(double now) const {
+    Fix fix;
+    fix.time = now;
+    const std::string mode = Value("pos/mode/cur");
+    fix.quality = Quality(mode);
+    const double mask = std::atof(Value("pos/elm").c_str());
+    fix.sats = sky_.Visible(options_.site, now, mask);
+    fix.dop = Constellation::ComputeDop(fix.sats);
+    // A slow, smooth wander around the site, as a real solution drifts.
+    const double a = Wander(mode);
+    fix.position = options_.site;
+    fix.position.latDeg += a * std::sin(now / 97.0) / 111320.0;
+    fix.position.lonDeg += a * std::cos(now / 131.0) / (111320.0 * std::cos(Geodesy::Rad(options_.site.latDeg)));
+    fix.position.height += 1.5 * a * std::sin(now / 173.0);
+    return fix;
+}
+
+void Receiver::AdvanceLogging(double now) {
+    if (Value("log/rot/mode") == "on") {
+        Schedule rotation{std::atof(Value("log/rot/sc/period").c_str()),
+                          std::atof(Value("log/rot/sc/phase").c_str()), 0, 0};
+        if (nextRotationAt_ == 0) nextRotationAt_ = OutputSchedule::NextAt(rotation, now + 1e-3);
+        if (now >= nextRotationAt_) {
+            Rotate(now);
+            nextRotationAt_ = OutputSchedule::NextAt(rotation, now + 1e-3);
+        }
+    }
+    const std::string current = Value("cur/file/a");
+    if (current.empty() || Value("dev/blk/a/removed") == "on" || now < nextLogAt_) return;
+    files_.Append(current, Nmea::Gga(MakeFix(now)), now);
+    const double period = std::max(0.05, std::atof(Value("log/sc/period").c_str()));
+    nextLogAt_ = now + period;
+    RefreshDerived();
+}
+
+void Receiver::Rotate(double now) {
+    const std::string name = "/log/" + NewLogName(now);
+    files_.Create(name, now);
+    AssignDerived("cur/file/a", name);
+    AssignDerived("log/rot/count", std::to_string(std::atol(Value("log/rot/count").c_str()) + 1));
+    const long keep = std::atol(Value("log/rot/sc/count").c_str());
+    if (Value("log/rot/rmold") == "on" && keep > 0) {
+        auto logs = files_.List("/log/");
+        for (std::size_t i = 0; logs.size() - i > static_cast<std::size_t>(keep); ++i)
+            if (logs[i]->path != name) files_.Remove(std::string(logs[i]->path));
+    }
+    RefreshDerived();
+}
+
+}  // namespace rcvsim

@@ -1,0 +1,23 @@
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "tools/rcvsim/FaultPlan.h"
+#include "tools/rcvsim/Geodesy.h"
+
+namespace rcvsim {
+
+// Everything that makes one simulated receiver differ from another.
+struct SimOptions {
+    Geodetic site{55.7522, 37.6156, 152.0};  // antenna position the constellation is seen from
+    int lineRate = 115200;                    // initial rate of dev/ser/a and the TCP ports
+    bool throttle = false;                    // pace output at the port's line rate (pty, TCP)
+    bool oldFirmware = false;                 // "init,/setup/" is unknown to old firmware
+    bool listEcho = false;                    // "list,/par/X" echoes "/par/X=" around the list
+    std::size_t dumpBytes = 300 * 1024;       // size the "/par:on" dump is padded to
+    std::uint32_t seed = 1;                   // garbage bytes and other pseudo-random choices
+    FaultPlan faults;                         // initial fault injection, see FaultPlan
+};
+
+}  // namespace rcvsim
