@@ -50,4 +50,7 @@ enum FenkDialogId : unsigned {
     // Site configuration
     IDD_SITE_CONFIGURATION = 3270,
     IDD_SITE_CONFIGURATION_WIDE = 3271,
+
+    // Receiver information (its layout is named "Receiver Info"; the number is the library's)
+    IDD_RECEIVER_INFO = 5300,
 };

@@ -235,4 +235,7 @@ enum FenkStringId : unsigned {
     IDS_DYNAMIC = 5208,
     IDS_DYNAMICS = 5209,
     IDS_ANTENNA_PARAMETERS = 5210,
+
+    // Receiver information: a row whose reading failed
+    IDS_ROW_READ_FAILED = 5300,
 };

@@ -235,6 +235,7 @@ constexpr std::array kTable = std::to_array<FenkStringEntry>({
     {IDS_DYNAMIC, L"Dynamic"},
     {IDS_DYNAMICS, L"Dynamics:"},
     {IDS_ANTENNA_PARAMETERS, L"Antenna Parameters"},
+    {IDS_ROW_READ_FAILED, L"Not read: %s"},
 });
 
 constexpr bool StrictlyAscending() {
