@@ -7,6 +7,7 @@
 #include "tools/rcvsim/CoordText.h"
 #include "tools/rcvsim/Keywords.h"
 #include "tools/rcvsim/ParamDefaults.h"
+#include "tools/rcvsim/Throttle.h"
 
 namespace rcvsim {
 
@@ -71,9 +72,8 @@ double Receiver::PortBytesPerSecond(std::string_view port) const {
     const Param* parity = params_.Find(base + "/parity");
     const Param* stops = params_.Find(base + "/stops");
     if (!rate || !bits || !parity || !stops) return 0;
-    const double frame = 1 + std::stod(bits->value) + (parity->value == "N" ? 0 : 1) +
-                         std::stod(stops->value);
-    return std::stod(rate->value) / frame;
+    return Throttle::BytesPerSecond(std::stod(rate->value), std::stoi(bits->value),
+                                    parity->value != "N", std::stoi(stops->value));
 }
 
 Fix Receiver::CurrentFix() const {

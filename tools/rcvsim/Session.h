@@ -1,0 +1,81 @@
+#pragma once
+#include <atomic>
+#include <chrono>
+#include <deque>
+#include <mutex>
+#include <optional>
+#include <random>
+#include <string>
+#include <thread>
+
+#include "tools/rcvsim/HostLineReader.h"
+#include "tools/rcvsim/Receiver.h"
+#include "tools/rcvsim/Throttle.h"
+#include "tools/rcvsim/UniqueFd.h"
+
+namespace rcvsim {
+
+// One connection to the receiver: a port ("dev/ser/a", "dev/tcp/b") served on its own
+// thread. It reads host lines, answers them one at a time (with the fault plan's latency
+// or silence), writes the output other threads post, paces it at the port's line rate when
+// asked, sprinkles garbage and drops the link when the fault plan says so.
+class Session {
+public:
+    using Clock = std::chrono::steady_clock;
+    // Periodic output beyond this backlog is dropped, as a line nobody reads loses it.
+    static constexpr std::size_t kMaxBacklog = 256 * 1024;
+
+    Session(Receiver& receiver, UniqueFd fd, std::string port, bool throttle);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    void Start();
+    // Queues bytes for the host; `periodic` output may be dropped when the host lags.
+    void Post(std::string_view bytes, bool periodic);
+    // Closes the connection after `afterMs`.
+    void Drop(int afterMs);
+    bool Finished() const { return finished_.load(); }
+    const std::string& Port() const { return port_; }
+    // The pace output is written at, in bytes per second; 0 when unpaced.
+    double LineBytesPerSecond() const { return lineRate_.load(); }
+
+private:
+    struct PendingReply {
+        Clock::time_point due;
+        std::string bytes;
+        ReplyEffect effect = ReplyEffect::None;
+        int dropAfterMs = 0;
+    };
+
+    void Run(std::stop_token stop);
+    void HandleLine(const HostLine& line, Clock::time_point now);
+    void DeliverDueReply(Clock::time_point now);
+    void InjectGarbage(Clock::time_point now);
+    bool ReadInput();
+    bool WriteOutput(Clock::time_point now);
+    int PollTimeoutMs(Clock::time_point now);
+    void Wake();
+    void UpdateRate(Clock::time_point now);
+
+    Receiver& receiver_;
+    UniqueFd fd_;
+    UniqueFd wake_;
+    const std::string port_;
+    const bool throttleEnabled_;
+    HostLineReader reader_;
+    std::deque<HostLine> lines_;
+    std::optional<PendingReply> reply_;
+    Throttle throttle_;
+    std::optional<Clock::time_point> dropAt_;
+    std::optional<Clock::time_point> nextGarbage_;
+    std::mt19937 rng_;
+    std::mutex outMutex_;
+    std::string out_;
+    std::atomic<bool> finished_{false};
+    std::atomic<double> lineRate_{0};
+    bool isSocket_ = false;
+    std::jthread thread_;  // last: joins before the members it uses go
+};
+
+}  // namespace rcvsim
