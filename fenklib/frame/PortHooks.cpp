@@ -55,13 +55,21 @@ bool PostClosePort(basekit::CSmartPtr<devio::IPortAddr> addr) {
     return true;
 }
 
+// The exit hook never fails; a switch that fails does not keep the other one from trying.
 void OnExitApp() {
-    try {
-        const Zed_Settings rules = CFenkGlobalSettings::Ref().GetZedSettings();
+    const Zed_Settings rules = CFenkGlobalSettings::Ref().GetZedSettings();
+    const auto attempt = [](auto&& step) {
+        try {
+            step();
+        } catch (...) {
+        }
+    };
+    attempt([&] {
         hwctl::CUniversalZed zed;
         if (zed.IsZed() && rules.Has(Zed_Settings::ReceiverOffExit)) zed.GPS_SetPowerState(false, true);
+    });
+    attempt([&] {
+        hwctl::CUniversalZed zed;
         if (zed.IsZed() && rules.Has(Zed_Settings::ModemOffExit)) zed.Modem_SetPowerState(false);
-    } catch (...) {
-        // The exit hook never fails.
-    }
+    });
 }
