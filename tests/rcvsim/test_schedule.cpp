@@ -66,6 +66,14 @@ TEST(Scheduling, PhasePlacesOutputsWithinThePeriod) {
         EXPECT_NEAR(std::fmod(e.time, 2.0), 0.5, 1e-6) << "emitted at " << e.time;
 }
 
+TEST(Scheduling, SentencesCarryTheInstantTheyWereDueNotThePollTime) {
+    SimReceiver sim;
+    ASSERT_EQ(sim.Run("em,/dev/ser/a,/msg/nmea/ZDA:{1.000000,0.000000,0,0x0}").status, 0);
+    const auto out = Collect(sim, 5, 0.3);  // polls fall between the whole seconds
+    ASSERT_EQ(CountOf(out, "GNZDA"), 5);
+    for (const auto& e : out) EXPECT_TRUE(Matches(e.bytes, R"(\$GNZDA,\d{6}\.00,.*\r\n)")) << e.bytes;
+}
+
 TEST(Scheduling, OutputGoesOnlyToItsPortAndCurTermMeansTheSender) {
     SimReceiver sim;
     ASSERT_EQ(sim.Run("em,/cur/term,/msg/nmea/RMC", "dev/tcp/c").status, 0);

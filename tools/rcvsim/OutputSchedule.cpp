@@ -45,7 +45,9 @@ std::vector<DueMessage> OutputSchedule::TakeDue(double now) {
     for (auto& [port, entries] : ports_) {
         for (auto& e : entries) {
             if (e.next > now + kEps) continue;
-            due.push_back({port, e.name});
+            // Stamped with its instant, unless the clock jumped well past it.
+            const bool recent = now - e.next < std::max(e.schedule.period, 1.0);
+            due.push_back({port, e.name, recent ? std::min(e.next, now) : now});
             ++e.emitted;
             // A message without period goes out once; a late clock skips missed instants.
             if (e.schedule.period <= 0) continue;

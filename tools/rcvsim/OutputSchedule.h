@@ -11,6 +11,7 @@ namespace rcvsim {
 struct DueMessage {
     std::string port;  // "dev/ser/a"
     std::string name;  // "nmea/GGA"
+    double at = 0;     // the instant it was due, which its time stamps carry
 };
 
 // The messages enabled on each port ("em"/"dm") and when each is due next. Times are

@@ -98,9 +98,10 @@ std::vector<Output> Receiver::Poll() {
     AdvanceLogging(now);
     const auto due = schedule_.TakeDue(now);
     if (due.empty()) return out;
-    const Fix fix = MakeFix(now);
+    Fix fix = MakeFix(due.front().at);
     for (const auto& d : due) {
-        std::string bytes = MessageBytes(d.name, fix, now);
+        if (d.at != fix.time) fix = MakeFix(d.at);
+        std::string bytes = MessageBytes(d.name, fix, d.at);
         if (d.port == "cur/file/a" || d.port == "cur/file/b") {
             if (!Value(d.port).empty()) files_.Append(Value(d.port), bytes, now);
             continue;
