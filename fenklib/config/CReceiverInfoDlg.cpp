@@ -111,6 +111,8 @@ void CReceiverInfoDlg::OnRefresh() {
 }
 
 void CReceiverInfoDlg::SetBusy(bool busy) {
+    // Tells a host's headless tour when the window has finished its work.
+    setProperty("fenkIdle", !busy);
     m_progress->setVisible(busy);
     m_cancel->setVisible(busy);
 }
