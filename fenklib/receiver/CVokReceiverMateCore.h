@@ -4,7 +4,9 @@
 #include "fenklib/receiver/CReceiverEnumWrapper.h"
 #include "fenklib/receiver/ParamCatalogue.h"
 #include "fenklib/receiver/VokTypes.h"
+#include "platform/basekit/CCommException.h"
 #include "platform/basekit/CEvent.h"
+#include "platform/basekit/CWinException.h"
 #include "platform/devio/IReceiver.h"
 
 namespace devio {

@@ -34,7 +34,9 @@ int ApplySerialLineSettings(int fd, const SerialLineSettings& s) {
     if (s.stopBits == 2) t.c_cflag |= CSTOPB;
     if (s.rtsCts) t.c_cflag |= CRTSCTS;
     t.c_ispeed = t.c_ospeed = s.baudRate;
-    t.c_cc[VMIN] = 0;
+    // With VMIN 0 a non-blocking read of an idle line returns 0, which reads as end of stream;
+    // with VMIN 1 it returns EAGAIN, and a hang-up shows as EIO.
+    t.c_cc[VMIN] = 1;
     t.c_cc[VTIME] = 0;
     if (::ioctl(fd, TCSETS2, &t) < 0) return errno;
     return 0;

@@ -3,8 +3,9 @@
 namespace rcvsim {
 
 std::optional<HostLine> HostLineReader::Parse(std::string_view line) {
+    // Names and texts travel as UTF-8; only control characters make a line garbage.
     for (const unsigned char c : line)
-        if (c < 0x20 || c > 0x7e) return std::nullopt;
+        if (c < 0x20 || c == 0x7f) return std::nullopt;
     HostLine out;
     if (!line.empty() && line.front() == '%') {
         const auto close = line.find('%', 1);
