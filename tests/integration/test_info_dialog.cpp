@@ -15,6 +15,7 @@
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "fenklib/resources/StringIds.h"
 #include "platform/uikit/CFileDialogResponder.h"
+#include "platform/uikit/CMessageBoxResponder.h"
 
 using fenktest::SimLink;
 using basekit::ustring;
@@ -74,12 +75,13 @@ TEST_F(InfoDialog, EveryRowWithItsValue) {
     EXPECT_EQ(dlg.DefaultFileName(), L"FN6K2M7Q4T.txt");
 }
 
-TEST_F(InfoDialog, ButtonsFollowTheReading) {
+TEST_F(InfoDialog, ButtonsFollowTheReadingAndTheLink) {
     rcvsim::SimOptions options;
     options.faults.latencyMs = 20;   // the reading lasts long enough to be seen
     SimLink link(SimLink::Over::Tcp, options);
     CReceiverInfoDlg dlg(link.Receiver(), nullptr);
     bool sawBusy = false;
+    bool dropped = false;
     Drive(dlg, [&] {
         if (!Idle(dlg)) {
             sawBusy = true;
@@ -87,17 +89,25 @@ TEST_F(InfoDialog, ButtonsFollowTheReading) {
             EXPECT_FALSE(dlg.IsSaveEnabled());
             return false;
         }
-        EXPECT_TRUE(dlg.IsRefreshEnabled());
-        EXPECT_TRUE(dlg.IsSaveEnabled());
-        link.sim->DropLinks();   // the receiver goes away: event 7 disables Refresh
-        return true;
+        if (!dropped) {
+            EXPECT_TRUE(dlg.IsRefreshEnabled());
+            EXPECT_TRUE(dlg.IsSaveEnabled());
+            link.sim->DropLinks();   // the receiver goes away: its event 7 disables Refresh
+            dropped = true;
+            return false;
+        }
+        return !dlg.IsRefreshEnabled();
     });
     EXPECT_TRUE(sawBusy);
+    EXPECT_FALSE(dlg.IsRefreshEnabled());
+    EXPECT_TRUE(dlg.IsSaveEnabled());
+
+    // A window opened on the dead link cannot subscribe: error box, then result 3.
+    const uikit::CMessageBoxResponder boxes;
     CReceiverInfoDlg again(link.Receiver(), nullptr);
-    Drive(again, [&] { return Idle(again); });
-    EXPECT_FALSE(again.IsRefreshEnabled()) << "a receiver that is not ready cannot be refreshed";
-    EXPECT_TRUE(again.IsSaveEnabled());
-    EXPECT_NE(again.RowValue(0).find(L"Not read"), std::wstring::npos) << "a failed reading says so in its row";
+    EXPECT_EQ(again.DoModal(), 3);
+    ASSERT_EQ(boxes.Requests().size(), 1u);
+    EXPECT_NE(boxes.Requests()[0].text.find(L"Subscribe"), std::wstring::npos);
 }
 
 TEST_F(InfoDialog, ClosingDuringTheReadingStopsIt) {

@@ -100,7 +100,8 @@ const LineRow kLineRows[] = {
     {"%1x%x\r\n", {}, 1, "tag not digits"},
     {"%%x\r\n", {}, 1, "empty tag"},
     {"%5%pri\x01nt\r\n%6%ok\r\n", {{"6", "ok"}}, 1, "control byte spoils only its line"},
-    {"\xff\xfe\r\n%7%ok\n", {{"7", "ok"}}, 1, "non-ASCII garbage"},
+    {"\x7f\r\n%7%ok\n", {{"7", "ok"}}, 1, "DEL is garbage"},
+    {"%9%set,a,\"\xc2\xb0\"\r\n", {{"9", "set,a,\"\xc2\xb0\""}}, 0, "UTF-8 text is a command's own"},
     {"%8%\r\n", {}, 1, "tag without command"},
 };
 

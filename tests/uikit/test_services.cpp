@@ -66,7 +66,14 @@ TEST(MessageBox, DefaultResponderGivesTheAnswerThatChangesNothing) {
     for (const auto& c : cases) EXPECT_EQ(CMessageBoxService::Show(nullptr, L"?", L"", c.flags), c.answer) << c.legend;
 }
 
+// The test main answers every box; these tests take the real path, with no responder at all.
+struct WithoutResponder {
+    MessageBoxResponder previous = CMessageBoxService::SetResponder({});
+    ~WithoutResponder() { CMessageBoxService::SetResponder(std::move(previous)); }
+};
+
 TEST(MessageBox, RealBoxHonoursTheDefaultButtonAndTheIcon) {
+    const WithoutResponder real;
     const struct {
         unsigned flags;
         int answer;
@@ -91,6 +98,7 @@ TEST(MessageBox, RealBoxHonoursTheDefaultButtonAndTheIcon) {
 }
 
 TEST(MessageBox, WorkerThreadWithoutResponderGetsTheNegativeAnswer) {
+    const WithoutResponder real;
     int answer = 0;
     std::thread([&] { answer = CMessageBoxService::Show(nullptr, L"?", L"", MB_YESNO); }).join();
     EXPECT_EQ(answer, IDNO);
