@@ -1,13 +1,10 @@
 #include "platform/basekit/BaseStrings.h"
 
-#include <array>
-#include <utility>
-
 namespace basekit {
 
 namespace {
 
-constexpr std::array<std::pair<unsigned, const wchar_t*>, 8> kTexts{{
+constexpr StringEntry kTexts[] = {
     {kStrCommError, L"%s reported an error.\nCommand: %s\nReply: %s"},
     {kStrWinError, L"%s\n%s (error %u)"},
     {kStrCancelled, L"The operation was canceled by the user."},
@@ -17,18 +14,12 @@ constexpr std::array<std::pair<unsigned, const wchar_t*>, 8> kTexts{{
     {kStrUnknownError, L"System error."},
     {kStrBadCommandText, L"This text cannot be sent to the receiver: \"%s\". Line breaks, other control "
                          L"characters and double quotes are not allowed, nor commas, semicolons and braces in names."},
-}};
-
-const wchar_t* Find(unsigned id) {
-    for (const auto& [key, text] : kTexts)
-        if (key == id) return text;
-    return nullptr;
-}
+};
 
 }  // namespace
 
 const CResourceInstance& BaseStrings() {
-    static const CResourceInstance instance("basekit", &Find);
+    static const CResourceInstance instance("basekit", kTexts);
     return instance;
 }
 

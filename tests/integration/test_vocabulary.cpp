@@ -165,6 +165,22 @@ TEST(VocabularyFaults, ADroppedLinkFailsTheWaitingCommandAtOnce) {
     EXPECT_FALSE(link.receiver->IsReady());
 }
 
+TEST(VocabularyFaults, AMegabyteReplyThroughGarbageBursts) {
+    rcvsim::SimOptions options;
+    options.dumpBytes = 1024 * 1024;
+    options.faults.garbageEveryMs = 5;
+    options.faults.garbageBytes = 64;
+    SimLink link(SimLink::Over::Tcp, options);
+    CVokReceiverMate mate(link.Receiver());
+    mate.EnableMessages(vok::CUR_TERM, L"/msg/nmea/GSV:{0.2,0,0,0x0}");
+    const ustring dump = mate.GetParameterDump(L"/par:on", 60000);
+    EXPECT_GE(dump.size(), 1024u * 1024u);
+    EXPECT_NE(dump.find(L"rcv/model"), ustring::npos);
+    for (int i = 0; i < 20; ++i) EXPECT_EQ(mate.Get(par::RcvModel), L"FNK-600");
+    EXPECT_GT(link.receiver->Counters().lexer.garbageBytes, 0u) << "the bursts really came";
+    mate.DisableMessages(vok::CUR_TERM);
+}
+
 TEST(VocabularyOverPty, RepliesMatchWhileNmeaFlows) {
     SimLink link(SimLink::Over::Pty, {}, 115200);
     CVokReceiverMate mate(link.Receiver());

@@ -1,11 +1,8 @@
 #include "tools/lyn-utility/HostStrings.h"
 
-#include <array>
-#include <utility>
-
 namespace {
 
-constexpr std::array<std::pair<unsigned, const wchar_t*>, 29> kTexts{{
+constexpr basekit::StringEntry kTexts[] = {
     {HS_TITLE, L"Lyn Utility"},
     {HS_MENU_DEVICE, L"&Device"},
     {HS_CONNECT, L"&Connect..."},
@@ -35,18 +32,12 @@ constexpr std::array<std::pair<unsigned, const wchar_t*>, 29> kTexts{{
     {HS_TOUR_DONE, L"Tour finished: %d windows shown, nothing failed"},
     {HS_TOUR_FAILED, L"Tour finished with %d failure(s)"},
     {HS_REFUSED_BY_HOOK, L"The library refused to open %s"},
-}};
-
-const wchar_t* Find(unsigned id) {
-    for (const auto& [key, text] : kTexts)
-        if (key == id) return text;
-    return nullptr;
-}
+};
 
 }  // namespace
 
 const basekit::CResourceInstance& HostStrings() {
-    static const basekit::CResourceInstance instance("lyn-utility", &Find);
+    static const basekit::CResourceInstance instance("lyn-utility", kTexts);
     return instance;
 }
 
