@@ -1,5 +1,7 @@
 #include "fenklib/receiver/CVokReceiverMateCore.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <thread>
 
@@ -16,6 +18,7 @@ namespace {
 constexpr const char* kSource = "VokReceiverMate";
 constexpr unsigned kDefaultReplyBytes = 1000;
 constexpr unsigned kNonSerialRate = 9600;
+constexpr std::chrono::microseconds kSpinBeforeSleep{50};
 constexpr const wchar_t* kWrongCommand = L"{2,,wrong command}";
 
 bool IsTimeout(const CWinException& e) { return e.Code() == basekit::kErrorTimeout; }
@@ -59,14 +62,15 @@ ustring CVokReceiverMateCore::ExecuteCommand(const ustring& command, bool trimRe
                                              bool sendFlag, bool sendOption) {
     CheckCommandLine(command);
     if (timeoutMs == 0) timeoutMs = GetCommandTimeout(kDefaultReplyBytes);
-    const COverlapped completion;
-    const CSmartPtr<INotice> notice = INotice::CreateInstance(completion);
     const CSmartPtr<CCommandReply> reply(new CCommandReply());
     const CSmartPtr<ICommandChannel> channel = m_receiver->GetCommandChannel();
     if (!channel) throw CWinException(kSource, __LINE__, command, basekit::kErrorInternal);
-    const CommandId id = channel->IssueCommand(command, sendFlag, reply, notice, timeoutMs, sendOption);
+    // One completion record serves every command of this mate. Its event may still be set by an
+    // earlier command (one whose reply was seen before its signal was consumed); the wait tells
+    // such a signal apart by this command's own reply buffer.
+    const CommandId id = channel->IssueCommand(command, sendFlag, reply, m_completionNotice, timeoutMs, sendOption);
 
-    const WaitResult wait = basekit::CEvent::WaitAny({&completion.Event(), m_abort}, timeoutMs);
+    const WaitResult wait = WaitForReply(*reply, timeoutMs);
     if (wait.kind == WaitResult::Signalled && wait.index == 0) {
         CCommandReply::Result result = reply->Take();
         if (result.linkError != 0) throw CWinException(kSource, __LINE__, command, result.linkError);
@@ -80,6 +84,25 @@ ustring CVokReceiverMateCore::ExecuteCommand(const ustring& command, bool trimRe
     if (wait.kind == WaitResult::Failed && wait.error != 0)
         throw CWinException(kSource, __LINE__, L"WaitForMultipleObjects", static_cast<unsigned>(wait.error));
     throw CWinException(kSource, __LINE__, L"WaitForMultipleObjects", basekit::kErrorInternal);
+}
+
+WaitResult CVokReceiverMateCore::WaitForReply(const CCommandReply& reply, unsigned timeoutMs) {
+    using Clock = std::chrono::steady_clock;
+    const auto start = Clock::now();
+    const auto deadline = start + std::chrono::milliseconds(timeoutMs);
+    // A reply on a fast link comes within tens of microseconds: looking for it a little while
+    // before sleeping saves the wake-up of this thread, which costs about as much again.
+    while (Clock::now() - start < kSpinBeforeSleep) {
+        if (reply.IsDone()) return WaitResult{WaitResult::Signalled, 0, 0};
+        std::this_thread::yield();
+    }
+    for (;;) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
+        const WaitResult wait = basekit::CEvent::WaitAny({&m_completion.Event(), m_abort}, static_cast<unsigned>(std::max<long long>(left, 0)));
+        if (wait.kind != WaitResult::Signalled || wait.index != 0 || reply.IsDone()) return wait;
+        m_completion.Event().Reset();
+        if (reply.IsDone()) return wait;
+    }
 }
 
 void CVokReceiverMateCore::SendRawString(const ustring& text) {

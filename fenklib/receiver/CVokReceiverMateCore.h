@@ -119,7 +119,11 @@ public:
     static ustring FormatSchedule(const vok::MSG& msg);
 
 private:
+    basekit::WaitResult WaitForReply(const CCommandReply& reply, unsigned timeoutMs);
+
     CSmartPtr<IReceiver> m_receiver;
+    COverlapped m_completion;
+    CSmartPtr<INotice> m_completionNotice = INotice::CreateInstance(m_completion);
     basekit::CEvent m_ownEvent{basekit::CEvent::Mode::Auto};
     basekit::CEvent* m_abort;
     unsigned m_lineRate = 0;

@@ -1,4 +1,5 @@
 #pragma once
+#include <atomic>
 #include <cstdint>
 #include <mutex>
 #include <string>
@@ -21,12 +22,9 @@ public:
     void Complete(Result result) {
         const std::lock_guard lock(m_mutex);
         m_result = std::move(result);
-        m_done = true;
+        m_done.store(true, std::memory_order_release);
     }
-    bool IsDone() const {
-        const std::lock_guard lock(m_mutex);
-        return m_done;
-    }
+    bool IsDone() const { return m_done.load(std::memory_order_acquire); }
     Result Take() {
         const std::lock_guard lock(m_mutex);
         return std::move(m_result);
@@ -34,7 +32,7 @@ public:
 
 private:
     mutable std::mutex m_mutex;
-    bool m_done = false;
+    std::atomic<bool> m_done{false};
     Result m_result;
 };
 

@@ -87,6 +87,7 @@ void CReceiver::ReaderLoop() {
             status = m_link->ReadSome(buffer.data(), buffer.size(), got);
             if (status != LinkStatus::Success) break;
             reader.Feed(buffer.data(), got);
+            if (got < buffer.size()) break;   // drained: no read that would only say EAGAIN
         }
         {
             const std::lock_guard lock(m_countersMutex);
