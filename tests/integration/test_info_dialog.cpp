@@ -186,4 +186,39 @@ TEST_F(InfoDialog, SaveToFileWritesTheHeaderAndTheListingsAsUtf8) {
     EXPECT_EQ(store.value(QStringLiteral("private/CReceiverInfoDlg/InfoPath")).toString(), folder.path()) << "the folder is remembered";
 }
 
+TEST_F(InfoDialog, ALongSaveCanBeCancelled) {
+    rcvsim::SimOptions options;
+    options.throttle = true;                  // 115200 bit/s: a 4 MB listing would take minutes
+    options.dumpBytes = 4 * 1024 * 1024;
+    SimLink link(SimLink::Over::Tcp, options);
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("never.txt"));
+    uikit::CFileDialogResponder files([&](const uikit::FileDialogRequest&) { return ustring::FromQString(path); });
+    const uikit::CMessageBoxResponder boxes;
+    CReceiverInfoDlg dlg(link.Receiver(), nullptr);
+    enum { Reading, Saving, Cancelled } phase = Reading;
+    Drive(dlg, [&] {
+        switch (phase) {
+            case Reading:
+                if (!Idle(dlg)) return false;
+                dlg.OnSaveToFile();
+                phase = Saving;
+                return false;
+            case Saving:
+                EXPECT_FALSE(Idle(dlg)) << "saving shows as work in progress";
+                dlg.OnCancelWork();
+                phase = Cancelled;
+                return false;
+            case Cancelled:
+                return Idle(dlg);
+        }
+        return true;
+    });
+    EXPECT_EQ(phase, Cancelled);
+    EXPECT_TRUE(Idle(dlg));
+    EXPECT_FALSE(QFile::exists(path)) << "nothing is written";
+    EXPECT_TRUE(boxes.Requests().empty()) << "a cancel is not an error";
+    EXPECT_TRUE(dlg.IsSaveEnabled());
+}
+
 }  // namespace
