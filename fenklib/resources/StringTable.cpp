@@ -208,7 +208,7 @@ constexpr std::array kTable = std::to_array<FenkStringEntry>({
     {IDS_PHASE_S, L"Phase, s:"},
     {IDS_COUNT, L"Count:"},
     {IDS_FLAGS, L"Flags:"},
-    {IDS_SCHEDULE_SPECIFICATION, L"Schedule Specification"},
+    {IDS_SCHEDULE_GROUP, L"Schedule Specification"},
     {IDS_MENU_ADD, L"Add"},
     {IDS_MENU_EDIT, L"Edit"},
     {IDS_MENU_DELETE, L"Delete"},
