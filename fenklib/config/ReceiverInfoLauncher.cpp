@@ -1,3 +1,4 @@
+#include "fenklib/FenkLaunchers.h"
 #include "fenklib/config/CReceiverInfoDlg.h"
 #include "fenklib/frame/FenkExport.h"
 #include "fenklib/frame/LauncherConvention.h"
