@@ -1,9 +1,9 @@
 #pragma once
 #include <QDialog>
 #include <QIcon>
-#include <optional>
 
 #include "platform/basekit/ustring.h"
+#include "platform/uikit/CModalRun.h"
 #include "platform/uikit/CWindowFrame.h"
 
 namespace uikit {
@@ -22,8 +22,8 @@ public:
     // Ends the modal run with result; from OnInitDialog the dialog then never shows.
     void EndDialog(int result);
 
-    const basekit::ustring& GetWindowName() const { return m_windowName; }
-    bool IsModalRunning() const { return m_running; }
+    const basekit::ustring& GetWindowName() const { return m_modal.WindowName(); }
+    bool IsModalRunning() const { return m_modal.IsRunning(); }
 
     // OK ends with IDOK; Cancel, Escape and the window frame end with IDCANCEL through
     // reject(), so a dialog that must confirm closing overrides reject().
@@ -32,9 +32,7 @@ public:
     void done(int result) override;
 
 private:
-    basekit::ustring m_windowName;
-    std::optional<int> m_earlyResult;
-    bool m_running = false;
+    CModalRun m_modal;
 };
 
 }  // namespace uikit

@@ -8,7 +8,6 @@
 #include <algorithm>
 
 #include "platform/uikit/CResizablePropertyPage.h"
-#include "platform/uikit/CWindowPlacement.h"
 #include "platform/uikit/MessageBoxTypes.h"
 
 namespace uikit {
@@ -17,7 +16,7 @@ CResizablePropertySheet::CResizablePropertySheet(QWidget* parent, const basekit:
                                                  basekit::ustring windowName, ApplyButton applyButton,
                                                  const QIcon& icon)
     : CWindowFrame<QDialog>(parent),
-      m_windowName(std::move(windowName)),
+      m_modal(std::move(windowName)),
       m_tabs(new QTabWidget(this)),
       m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this)) {
     setSizeGripEnabled(true);
@@ -98,33 +97,19 @@ bool CResizablePropertySheet::OnInitDialog() {
 
 int CResizablePropertySheet::DoModal() {
     CreateWindowLife();
-    m_earlyResult.reset();
     m_activePage = nullptr;
     setResult(IDCANCEL);
     for (CResizablePropertyPage* page : m_pages) page->m_modified = false;
     UpdateApplyButton();
-    OnInitDialog();
-    if (!m_activePage && !m_earlyResult) ActivateStartPage();
-    int result = 0;
-    if (m_earlyResult) {
-        result = *m_earlyResult;
-    } else {
-        CWindowPlacement::Restore(*this, m_windowName);
-        m_running = true;
-        result = exec();
-        m_running = false;
-    }
+    const int result = m_modal.Run(*this, [this] {
+        OnInitDialog();
+        if (!m_activePage && !m_modal.EndedEarly()) ActivateStartPage();
+    });
     DestroyWindow();
     return result;
 }
 
-void CResizablePropertySheet::EndDialog(int result) {
-    if (m_running) {
-        done(result);
-        return;
-    }
-    m_earlyResult = result;
-}
+void CResizablePropertySheet::EndDialog(int result) { m_modal.End(*this, result); }
 
 bool CResizablePropertySheet::ApplyNow() {
     if (!ApplyPages()) return false;
@@ -145,7 +130,7 @@ void CResizablePropertySheet::reject() {
 }
 
 void CResizablePropertySheet::done(int result) {
-    if (isVisible()) CWindowPlacement::Save(*this, m_windowName);
+    m_modal.KeepPlacement(*this);
     QDialog::done(result);
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/basekit/ustring.h"
+#include "platform/uikit/CModalRun.h"
 #include "platform/uikit/CWindowFrame.h"
 
 class QDialogButtonBox;
@@ -47,7 +48,7 @@ public:
     bool SetActivePage(int index);
 
     void SetCaption(const basekit::ustring& caption);
-    const basekit::ustring& GetWindowName() const { return m_windowName; }
+    const basekit::ustring& GetWindowName() const { return m_modal.WindowName(); }
     // IDOK, IDCANCEL or ID_APPLY_NOW; nullptr for a button the sheet does not have.
     QPushButton* GetButton(int id) const;
     QTabWidget* GetTabControl() const { return m_tabs; }
@@ -57,7 +58,7 @@ public:
     virtual int DoModal();
     // Ends the modal run with result; during initialisation the sheet then never shows.
     void EndDialog(int result);
-    bool IsModalRunning() const { return m_running; }
+    bool IsModalRunning() const { return m_modal.IsRunning(); }
     // The Apply button's work; true when every page applied.
     bool ApplyNow();
 
@@ -82,15 +83,13 @@ private:
     template <typename F>
     void ForEachInitialisedPage(F&& f);
 
-    basekit::ustring m_windowName;
+    CModalRun m_modal;
     QTabWidget* m_tabs;
     QDialogButtonBox* m_buttons;
     std::vector<CResizablePropertyPage*> m_pages;
     CResizablePropertyPage* m_activePage = nullptr;
     int m_startPage = 0;
     bool m_switching = false;
-    bool m_running = false;
-    std::optional<int> m_earlyResult;
 };
 
 }  // namespace uikit
