@@ -65,9 +65,5 @@ LinkStatus CLink::Write(std::string_view bytes, unsigned timeoutMs) {
     return LinkStatus::Success;
 }
 
-void CLink::Shutdown() {
-    // A serial line has no half-close; its reader learns of the end from its wake-up event.
-    if (m_isSocket) ::shutdown(m_fd, SHUT_RDWR);
-}
 
 }  // namespace devio

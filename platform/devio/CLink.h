@@ -27,8 +27,6 @@ public:
     LinkStatus ReadSome(char* buffer, size_t capacity, size_t& got);
     // Writes everything within timeoutMs; the deadline holds across partial writes.
     LinkStatus Write(std::string_view bytes, unsigned timeoutMs);
-    // Ends the stream in both directions; the reader then sees Closed.
-    void Shutdown();
 
 private:
     CSmartPtr<IPortAddr> m_address;

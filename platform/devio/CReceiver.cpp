@@ -262,13 +262,6 @@ void CReceiver::DeliverEvents(std::uintptr_t, std::intptr_t) {
     for (const unsigned event : events) Raise(event);
 }
 
-void CReceiver::Disconnect() {
-    m_link->Shutdown();
-    m_alive = false;
-    FailAll(basekit::kErrorLinkLost);
-    Raise(kEventStateChanged);
-}
-
 LIVE_STREAM_COUNTERS CReceiver::Counters() const {
     const std::lock_guard lock(m_countersMutex);
     return m_counters;

@@ -50,8 +50,6 @@ public:
     bool IsOpen() const override { return IsReady(); }
     void WriteRaw(std::string_view bytes) override;
 
-    // Ends the link now (as if the peer had gone): pending commands fail, event 7 is raised.
-    void Disconnect();
     CWireLog& WireLog() { return m_link->WireLog(); }
     LIVE_STREAM_COUNTERS Counters() const;
     size_t PendingCount() const;
