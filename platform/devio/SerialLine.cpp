@@ -1,16 +1,13 @@
 // Kept apart: <asm/termbits.h> (for arbitrary rates) cannot share a unit with <termios.h>.
-#include "platform/devio/SerialLine.h"
-
-#include <asm/termbits.h>
 #include <sys/ioctl.h>
+
+#include "platform/devio/SerialLineTermios.h"
 
 #include <cerrno>
 
 namespace devio {
 
-int ApplySerialLineSettings(int fd, const SerialLineSettings& s) {
-    struct termios2 t {};
-    if (::ioctl(fd, TCGETS2, &t) < 0) return errno;
+void ComposeSerialLine(struct termios2& t, const SerialLineSettings& s) {
     // Raw mode: no echo, no line editing, no translation of CR/LF, no signals.
     t.c_iflag &= ~(IGNBRK | BRKINT | PARMRK | ISTRIP | INLCR | IGNCR | ICRNL | IXON | IXOFF | IXANY | INPCK);
     t.c_oflag &= ~OPOST;
@@ -38,6 +35,12 @@ int ApplySerialLineSettings(int fd, const SerialLineSettings& s) {
     // with VMIN 1 it returns EAGAIN, and a hang-up shows as EIO.
     t.c_cc[VMIN] = 1;
     t.c_cc[VTIME] = 0;
+}
+
+int ApplySerialLineSettings(int fd, const SerialLineSettings& settings) {
+    struct termios2 t {};
+    if (::ioctl(fd, TCGETS2, &t) < 0) return errno;
+    ComposeSerialLine(t, settings);
     if (::ioctl(fd, TCSETS2, &t) < 0) return errno;
     return 0;
 }
