@@ -6,6 +6,7 @@
 #include "platform/basekit/CLocker.h"
 #include "platform/basekit/CStdException.h"
 #include "platform/basekit/CThread.h"
+#include "platform/basekit/CWinException.h"
 #include "platform/devio/IReceiver.h"
 #include "platform/uikit/CBusyCursor.h"
 #include "platform/uikit/CMessageBoxService.h"
@@ -64,7 +65,7 @@ public:
             m_notice7 = devio::INotice::CreateInstance(this->GetSafeHwnd(), WM_FENK_RECEIVER_EVENT7, devio::kEventStateChanged);
             m_notice8 = devio::INotice::CreateInstance(this->GetSafeHwnd(), WM_FENK_RECEIVER_EVENT8, devio::kEventPending);
             if (!m_receiver)
-                throw basekit::CStdException(L"devio::IReceiver", "FenkBaseWnd", __LINE__);
+                throw basekit::CWinException("FenkBaseWnd", __LINE__, L"devio::IReceiver", basekit::kErrorInternal);
             m_receiver->Subscribe(m_notice7, devio::kEventStateChanged);
             m_receiver->Subscribe(m_notice8, devio::kEventPending);
         } catch (const basekit::CStdException& e) {
