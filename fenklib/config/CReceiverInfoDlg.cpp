@@ -1,37 +1,56 @@
 #include "fenklib/config/CReceiverInfoDlg.h"
 
-#include <QDateTime>
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
 #include <QDir>
 #include <QFileInfo>
-#include <QHBoxLayout>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSaveFile>
 #include <QTreeWidget>
-#include <QVBoxLayout>
 
 #include "fenklib/config/ReceiverInfoRows.h"
 #include "fenklib/frame/CFenkLibDoc.h"
+#include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/ImageIds.h"
 #include "fenklib/resources/StringIds.h"
 #include "platform/basekit/CCommException.h"
-#include "platform/basekit/CWinException.h"
 #include "platform/basekit/Registry.h"
 #include "platform/uikit/CFileDialogService.h"
-#include "platform/uikit/CTipWindow.h"
 
-using basekit::CLocker;
 using basekit::ustring;
 
 namespace {
 
+enum : unsigned { IDC_LIST = 100, IDC_REFRESH, IDC_SAVE, IDC_CANCEL_WORK, IDC_PROGRESS, IDC_STATUS };
+
+// The list takes the room; the buttons stay in reach below it (normal) or beside it (wide).
+constexpr DLG_ITEM kNormalItems[] = {
+    {IDC_LIST, CtlKind::ListView, 0, 4, 4, 232, 236, uikit::kAnchorFill},
+    {IDC_STATUS, CtlKind::Static, 0, 4, 244, 232, 10, uikit::kAnchorBottomWide},
+    {IDC_PROGRESS, CtlKind::Progress, 0, 4, 258, 176, 14, uikit::kAnchorBottomWide},
+    {IDC_CANCEL_WORK, CtlKind::Button, IDS_CANCEL, 184, 258, 52, 14, uikit::kAnchorBottomRight},
+    {IDC_REFRESH, CtlKind::Button, IDS_REFRESH, 4, 276, 60, 14, uikit::kAnchorBottomLeft},
+    {IDC_SAVE, CtlKind::Button, IDS_SAVE_TO_FILE, 166, 276, 70, 14, uikit::kAnchorBottomRight},
+};
+constexpr DLG_ITEM kWideItems[] = {
+    {IDC_LIST, CtlKind::ListView, 0, 4, 4, 300, 150, uikit::kAnchorFill},
+    {IDC_REFRESH, CtlKind::Button, IDS_REFRESH, 310, 4, 70, 14, uikit::kAnchorTopRight},
+    {IDC_SAVE, CtlKind::Button, IDS_SAVE_TO_FILE, 310, 22, 70, 14, uikit::kAnchorTopRight},
+    {IDC_PROGRESS, CtlKind::Progress, 0, 310, 44, 70, 14, uikit::kAnchorTopRight},
+    {IDC_CANCEL_WORK, CtlKind::Button, IDS_CANCEL, 310, 62, 70, 14, uikit::kAnchorTopRight},
+    {IDC_STATUS, CtlKind::Static, 0, 4, 158, 376, 10, uikit::kAnchorBottomWide},
+};
+constexpr DLG_TEMPLATE kNormal{IDD_RECEIVER_INFO, 240, 294, kNormalItems};
+constexpr DLG_TEMPLATE kWide{IDD_RECEIVER_INFO_WIDE, 384, 172, kWideItems};
+
 constexpr int kColumnWidth = 100;
-// Bytes a parameter listing may reach; its time-out follows from it and the line rate.
-constexpr unsigned kListingBytes = 16u * 1024u * 1024u;
 
 // The reason a reading failed, on one line, for the row's value.
 ustring FailureText(const basekit::CStdException& e) {
@@ -44,46 +63,54 @@ ustring FailureText(const basekit::CStdException& e) {
     return ustring::Format(LoadResString(IDS_ROW_READ_FAILED).c_str(), reason);
 }
 
+// The header's date and time as locale 1033 writes them, whatever the user's locale.
+ustring FileHeader() {
+    const QLocale english(QLocale::English, QLocale::UnitedStates);
+    const QDateTime now = QDateTime::currentDateTime();
+    return ustring::Format(L"// %s %s, %s\r\n// %s %s\r\n\r\n", LoadResString(IDS_CREATED_BY), CFenkLibDoc::GetLongApplicationName(true),
+                           CFenkLibDoc::GetApplicationVersion(true),
+                           ustring::FromQString(english.toString(now.date(), QStringLiteral("M/d/yyyy"))),
+                           ustring::FromQString(english.toString(now.time(), QStringLiteral("h:mm:ss AP"))));
+}
+
+void WriteFile(const QString& path, const std::string& bytes) {
+    QSaveFile file(path);   // the old file stays whole until the new one is complete
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), static_cast<qint64>(bytes.size())) != static_cast<qint64>(bytes.size()) ||
+        !file.commit())
+        throw basekit::CWinException("ReceiverInfoDlg", __LINE__, ustring::FromQString(path),
+                                     static_cast<unsigned>(file.error() == QFileDevice::OpenError ? EACCES : EIO));
+}
+
 }  // namespace
 
 CReceiverInfoDlg::CReceiverInfoDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent)
     : CFenkDialog(std::move(receiver), IDD_RECEIVER_INFO, parent, L"CReceiverInfoDlg", IDI_RECEIVER_INFO),
+      m_controls(CLayoutFactory::Build(this, kNormal, &kWide)),
+      m_list(m_controls.Get<QTreeWidget>(IDC_LIST)),
       m_defaultFileName(LoadResString(IDS_INFO_TXT)),
       m_registryKey(basekit::RegGetDefaultKeyName(L"private\\CReceiverInfoDlg")) {
     setWindowTitle(LoadResString(IDS_RECEIVER_INFO).ToQString());
-    BuildControls();
-}
-
-CReceiverInfoDlg::~CReceiverInfoDlg() { DestroyWindow(); }
-
-void CReceiverInfoDlg::BuildControls() {
-    m_list = new QTreeWidget(this);
-    m_list->setRootIsDecorated(false);
-    m_list->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_list->setIconSize(QSize(16, 16));
     m_list->setColumnCount(2);
     m_list->setHeaderLabels({LoadResString(IDS_COL_NAME).ToQString(), LoadResString(IDS_COL_VALUE).ToQString()});
     m_list->header()->resizeSection(0, kColumnWidth);
     m_list->header()->resizeSection(1, kColumnWidth);
-    m_refresh = new QPushButton(LoadResString(IDS_REFRESH).ToQString(), this);
-    m_save = new QPushButton(LoadResString(IDS_SAVE_TO_FILE).ToQString(), this);
-    m_cancel = new QPushButton(LoadResString(IDS_CANCEL).ToQString(), this);
-    m_progress = new QProgressBar(this);
-    m_progress->setTextVisible(true);
-    auto* buttons = new QHBoxLayout();
-    buttons->addWidget(m_refresh);
-    buttons->addWidget(m_progress, 1);
-    buttons->addWidget(m_cancel);
-    buttons->addStretch();
-    buttons->addWidget(m_save);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(m_list, 1);
-    layout->addLayout(buttons);
-    connect(m_refresh, &QPushButton::clicked, this, [this] { OnRefresh(); });
-    connect(m_save, &QPushButton::clicked, this, [this] { OnSaveToFile(); });
-    connect(m_cancel, &QPushButton::clicked, this, [this] { OnCancelWork(); });
-    resize(360, 480);
+    m_list->setContextMenuPolicy(Qt::ActionsContextMenu);
+    auto* copy = new QAction(LoadResString(IDS_COPY_VALUE).ToQString(), m_list);
+    copy->setShortcut(QKeySequence::Copy);
+    m_list->addAction(copy);
+    connect(copy, &QAction::triggered, this, [this] { OnCopyValue(); });
+    auto* refresh = m_controls.Get<QPushButton>(IDC_REFRESH);
+    auto* save = m_controls.Get<QPushButton>(IDC_SAVE);
+    refresh->setShortcut(QKeySequence::Refresh);
+    save->setShortcut(QKeySequence::Save);
+    m_controls.Get<QProgressBar>(IDC_PROGRESS)->setTextVisible(true);
+    connect(refresh, &QPushButton::clicked, this, [this] { OnRefresh(); });
+    connect(save, &QPushButton::clicked, this, [this] { OnSaveToFile(); });
+    connect(m_controls.Get<QPushButton>(IDC_CANCEL_WORK), &QPushButton::clicked, this, [this] { OnCancelWork(); });
 }
+
+CReceiverInfoDlg::~CReceiverInfoDlg() { DestroyWindow(); }
 
 bool CReceiverInfoDlg::OnInitDialog() {
     CFenkDialog::OnInitDialog();
@@ -92,210 +119,122 @@ bool CReceiverInfoDlg::OnInitDialog() {
     return true;
 }
 
+void CReceiverInfoDlg::UpdateControls() {
+    const bool busy = IsBusy();
+    m_controls.Get<QPushButton>(IDC_REFRESH)->setEnabled(!busy && !m_stateChanged && IsReceiverReady());
+    m_controls.Get<QPushButton>(IDC_SAVE)->setEnabled(!busy || m_stateChanged);
+    m_controls.Get<QProgressBar>(IDC_PROGRESS)->setVisible(busy);
+    m_controls.Get<QPushButton>(IDC_CANCEL_WORK)->setVisible(busy);
+}
+
 void CReceiverInfoDlg::OnRefresh() {
     const uikit::CBusyCursor busy;
-    StopWorker();
     m_list->clear();
-    m_shownRows = 0;
-    {
-        const CLocker lock(m_lock);
-        m_queue.clear();
-        m_job = Job::Read;
-    }
-    m_refresh->setEnabled(false);
-    m_save->setEnabled(false);
-    m_progress->setRange(0, static_cast<int>(ReceiverInfoRows().size()));
-    m_progress->setValue(0);
-    SetBusy(true);
-    StartWorker();
-}
-
-void CReceiverInfoDlg::SetBusy(bool busy) {
-    // Tells a host's headless tour when the window has finished its work.
-    setProperty("fenkIdle", !busy);
-    m_progress->setVisible(busy);
-    m_cancel->setVisible(busy);
-}
-
-void CReceiverInfoDlg::OnCancelWork() { m_stopEvent.Set(); }
-
-void CReceiverInfoDlg::Post(Notify what) { basekit::PostWindowMessage(GetSafeHwnd(), WM_FENK_NOTIFY, what, 0); }
-
-unsigned CReceiverInfoDlg::WorkerProc() {
-    Job job;
-    {
-        const CLocker lock(m_lock);
-        job = m_job;
-    }
-    return job == Job::Read ? ReadRows() : SaveListing();
-}
-
-unsigned CReceiverInfoDlg::ReadRows() {
-    try {
-        // The stop event doubles as the abort event: closing the window ends a waiting command.
-        devio::CVokReceiverMate mate(m_receiver, &m_stopEvent);
-        for (const RECEIVER_INFO_ROW& row : ReceiverInfoRows()) {
-            if (m_stopEvent.IsSet()) break;
-            ustring value;
-            try {
-                if (row.read) value = row.read(mate);
-            } catch (const basekit::CStdException& e) {
-                if (m_stopEvent.IsSet()) break;
-                value = FailureText(e);
+    m_controls.Get<QLabel>(IDC_STATUS)->clear();
+    auto* progress = m_controls.Get<QProgressBar>(IDC_PROGRESS);
+    progress->setRange(0, static_cast<int>(ReceiverInfoRows().size()));
+    progress->setValue(0);
+    progress->setFormat(QStringLiteral("%v / %m"));
+    RunJob(
+        [this](CJobContext& job) {
+            for (const RECEIVER_INFO_ROW& row : ReceiverInfoRows()) {
+                if (job.IsStopping()) return;
+                ROW_VALUE value{row.labelId, row.iconId, {}, true};
+                try {
+                    if (row.read) value.value = row.read(job.Mate());
+                } catch (const basekit::CStdException& e) {
+                    if (job.IsStopping()) return;
+                    value = ROW_VALUE{row.labelId, row.iconId, FailureText(e), false};
+                }
+                job.Deliver(std::move(value), [this](ROW_VALUE v) { AddRow(v); });
             }
-            {
-                const CLocker lock(m_lock);
-                m_queue.push_back(Row{row.labelId, row.iconId, value});
-                if (row.labelId == IDS_ROW_ID && !value.empty()) m_defaultFileName = value + LoadResString(IDS_TXT_EXTENSION);
-            }
-            Post(RowsWaiting);
-        }
-    } catch (const basekit::CStdException& e) {
-        // No command layer at all (no port): one row says why.
-        const CLocker lock(m_lock);
-        m_queue.push_back(Row{IDS_ROW_MODEL, IDI_RECEIVER, FailureText(e)});
-        Post(RowsWaiting);
-    }
-    Post(Finished);
-    return 0;
+        },
+        [this](const JOB_RESULT<void>&) { m_readAt = QDateTime::currentDateTime(); });
 }
 
-std::intptr_t CReceiverInfoDlg::OnWindowMessage(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) {
-    if (message != WM_FENK_NOTIFY) return CFenkDialog::OnWindowMessage(message, wParam, lParam);
-    switch (wParam) {
-        case RowsWaiting: MoveQueuedRows(); break;
-        case Finished: OnFinished(); break;
-        case SaveProgress: {
-            const CLocker lock(m_lock);
-            m_progress->setFormat(m_saveStep.ToQString());
-            m_progress->setValue(m_progress->value() + 1);
-            break;
-        }
-        default: break;
-    }
-    return 0;
+void CReceiverInfoDlg::AddRow(const ROW_VALUE& row) {
+    auto* item = new QTreeWidgetItem(m_list);
+    if (row.labelId) item->setText(0, LoadResString(row.labelId).ToQString());
+    if (const auto icon = m_icons.find(row.iconId); icon != m_icons.end()) item->setIcon(0, icon->second);
+    item->setText(1, row.value.ToQString());
+    if (row.labelId == IDS_ROW_ID && row.read) m_defaultFileName = row.value + LoadResString(IDS_TXT_EXTENSION);
+    // The labels carry the units, so the names must be readable whole.
+    m_list->resizeColumnToContents(0);
+    if (m_list->columnWidth(0) < kColumnWidth) m_list->setColumnWidth(0, kColumnWidth);
+    m_controls.Get<QProgressBar>(IDC_PROGRESS)->setValue(m_list->topLevelItemCount());
 }
 
-void CReceiverInfoDlg::MoveQueuedRows() {
-    std::deque<Row> rows;
-    {
-        const CLocker lock(m_lock);
-        rows.swap(m_queue);
+// Values read before the link was lost stay, marked with the time they were read.
+void CReceiverInfoDlg::MarkStale() {
+    if (!m_readAt.isValid()) return;
+    const ustring when = ustring::FromQString(QLocale().toString(m_readAt.time(), QLocale::ShortFormat));
+    for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* item = m_list->topLevelItem(i);
+        if (item->text(1).isEmpty() || item->data(1, Qt::UserRole).isValid()) continue;
+        item->setData(1, Qt::UserRole, item->text(1));
+        item->setText(1, ustring::Format(LoadResString(IDS_STALE_SINCE).c_str(), ustring::FromQString(item->text(1)), when).ToQString());
+        item->setForeground(1, palette().color(QPalette::Disabled, QPalette::Text));
     }
-    for (const Row& row : rows) {
-        auto* item = new QTreeWidgetItem(m_list);
-        if (row.labelId) item->setText(0, LoadResString(row.labelId).ToQString());
-        if (const auto icon = m_icons.find(row.iconId); icon != m_icons.end()) item->setIcon(0, icon->second);
-        item->setText(1, row.value.ToQString());
-        ++m_shownRows;
-    }
-    m_progress->setValue(m_shownRows);
-}
-
-void CReceiverInfoDlg::OnFinished() {
-    StopWorker();
-    m_tip.reset();
-    SetBusy(false);
-    m_progress->setFormat(QStringLiteral("%v / %m"));
-    m_refresh->setEnabled(m_receiver && m_receiver->IsReady());
-    m_save->setEnabled(true);
-    ustring failure;
-    {
-        const CLocker lock(m_lock);
-        if (!m_saveError.IsEmpty()) failure = m_saveError.GetMessage();
-        m_saveError.Clear();
-    }
-    if (!failure.empty()) uikit::CMessageBoxService::Show(this, failure, LoadResString(IDS_RECEIVER_INFO), uikit::MB_OK | uikit::MB_ICONERROR);
 }
 
 void CReceiverInfoDlg::OnReceiverNotice(std::uintptr_t, std::intptr_t) {
-    m_refresh->setEnabled(false);
-    m_save->setEnabled(true);
+    m_stateChanged = true;
+    if (!IsReceiverReady()) MarkStale();
 }
 
-void CReceiverInfoDlg::OnReceiverError(std::uintptr_t, std::intptr_t) {
-    m_refresh->setEnabled(false);
-    m_save->setEnabled(true);
+void CReceiverInfoDlg::OnReceiverError(std::uintptr_t, std::intptr_t) { m_stateChanged = true; }
+
+void CReceiverInfoDlg::OnCopyValue() {
+    const QTreeWidgetItem* item = m_list->currentItem();
+    if (!item) return;
+    const QVariant fresh = item->data(1, Qt::UserRole);
+    QApplication::clipboard()->setText(fresh.isValid() ? fresh.toString() : item->text(1));
 }
 
 void CReceiverInfoDlg::OnSaveToFile() {
     ustring folder;
     basekit::RegGetValue(basekit::HKEY_CURRENT_USER, m_registryKey, L"InfoPath", folder);
-    ustring fileName;
-    {
-        const CLocker lock(m_lock);
-        fileName = m_defaultFileName;
-    }
-    const QString proposal = folder.empty() ? fileName.ToQString() : QDir(folder.ToQString()).filePath(fileName.ToQString());
-    const ustring path = uikit::CFileDialogService::GetSaveFileName(
-        this, ustring::FromQString(proposal), LoadResString(IDS_TEXT_FILE_FILTER), LoadResString(IDS_TXT_EXTENSION));
+    const QString proposal =
+        folder.empty() ? m_defaultFileName.ToQString() : QDir(folder.ToQString()).filePath(m_defaultFileName.ToQString());
+    const ustring path = uikit::CFileDialogService::GetSaveFileName(this, ustring::FromQString(proposal), LoadResString(IDS_TEXT_FILE_FILTER),
+                                                                    LoadResString(IDS_TXT_EXTENSION));
     if (path.empty()) return;
     basekit::RegWriteValue(basekit::HKEY_CURRENT_USER, m_registryKey, L"InfoPath",
                            ustring::FromQString(QFileInfo(path.ToQString()).absolutePath()));
-    StopWorker();
-    {
-        const CLocker lock(m_lock);
-        m_job = Job::Save;
-        m_savePath = path.ToQString();
-        m_saveStep.clear();
-        m_saveError.Clear();
-    }
-    m_refresh->setEnabled(false);
-    m_save->setEnabled(false);
-    m_progress->setRange(0, 4);
-    m_progress->setValue(0);
-    SetBusy(true);
-    m_tip = std::make_unique<uikit::CTipWindow>(this, LoadResString(IDS_SAVING_RECEIVER_SETTINGS));
-    StartWorker();
+    SaveListing(path);
 }
 
-unsigned CReceiverInfoDlg::SaveListing() {
-    QString path;
-    {
-        const CLocker lock(m_lock);
-        path = m_savePath;
-    }
-    try {
-        devio::CVokReceiverMate mate(m_receiver, &m_stopEvent);
-        const unsigned timeout = mate.GetCommandTimeout(kListingBytes);
-        const QLocale english(QLocale::English, QLocale::UnitedStates);
-        const QDateTime now = QDateTime::currentDateTime();
-        const ustring header = ustring::Format(
-            L"// %s %s, %s\r\n// %s %s\r\n\r\n", LoadResString(IDS_CREATED_BY), CFenkLibDoc::GetLongApplicationName(true),
-            CFenkLibDoc::GetApplicationVersion(true), ustring::FromQString(english.toString(now.date(), QLocale::ShortFormat)),
-            ustring::FromQString(english.toString(now.time(), QLocale::LongFormat)));
-        ustring body;
-        const wchar_t* queries[] = {L"/par:on", L"/dev/blk/a&blocks:on", L"/dev/blk/a&block_size:on"};
-        for (const wchar_t* query : queries) {
-            {
-                const CLocker lock(m_lock);
-                m_saveStep = ustring(L"print,") + query;
-            }
-            Post(SaveProgress);
-            if (!body.empty()) body += L"\r\n";
-            body += mate.GetParameterDump(query, timeout);
-        }
-        QSaveFile file(path);
-        const QByteArray bytes = QByteArray::fromStdString(header.ToUtf8() + body.ToUtf8());
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-            throw basekit::CWinException("ReceiverInfoDlg", __LINE__, ustring::FromQString(path),
-                                         static_cast<unsigned>(file.error() == QFileDevice::OpenError ? EACCES : EIO));
-        Post(SaveProgress);
-    } catch (const basekit::CStdException& e) {
-        const CLocker lock(m_lock);
-        if (!m_stopEvent.IsSet()) m_saveError.Capture(e);
-    }
-    Post(Finished);
-    return 0;
+void CReceiverInfoDlg::SaveListing(const ustring& path) {
+    m_controls.Get<QLabel>(IDC_STATUS)->clear();
+    auto* progress = m_controls.Get<QProgressBar>(IDC_PROGRESS);
+    progress->setRange(0, 0);   // the listing's size is not known before it has arrived
+    m_tip = std::make_unique<uikit::CTipWindow>(this, LoadResString(IDS_SAVING_RECEIVER_SETTINGS));
+    RunJob(
+        [path](CJobContext& job) {
+            const ustring listing = job.Mate().ReadSettingsListing([&job](std::uint64_t bytes, int done, int parts) {
+                job.Progress(bytes, 0, ustring::Format(L"%d / %d", done, parts));
+            });
+            const std::string bytes = FileHeader().ToUtf8() + listing.ToUtf8();
+            if (job.IsStopping()) return std::uint64_t{0};
+            WriteFile(path.ToQString(), bytes);
+            return static_cast<std::uint64_t>(bytes.size());
+        },
+        [this, path](const JOB_RESULT<std::uint64_t>& result) {
+            m_tip.reset();
+            if (!result.Ok()) return;
+            const ustring size = ustring::FromQString(QLocale().formattedDataSize(static_cast<qint64>(*result.value)));
+            m_controls.Get<QLabel>(IDC_STATUS)->setText(
+                ustring::Format(LoadResString(IDS_SAVED_TO).c_str(), size, path).ToQString());
+        },
+        [progress](const JOB_PROGRESS& p) {
+            progress->setFormat(ustring::FromQString(QLocale().formattedDataSize(static_cast<qint64>(p.done))).ToQString());
+        });
 }
 
 int CReceiverInfoDlg::RowCount() const { return m_list->topLevelItemCount(); }
 ustring CReceiverInfoDlg::RowLabel(int row) const { return ustring::FromQString(m_list->topLevelItem(row)->text(0)); }
 ustring CReceiverInfoDlg::RowValue(int row) const { return ustring::FromQString(m_list->topLevelItem(row)->text(1)); }
 bool CReceiverInfoDlg::RowHasIcon(int row) const { return !m_list->topLevelItem(row)->icon(0).isNull(); }
-ustring CReceiverInfoDlg::DefaultFileName() const {
-    const CLocker lock(const_cast<basekit::CCriticalSection&>(m_lock));
-    return m_defaultFileName;
-}
-bool CReceiverInfoDlg::IsRefreshEnabled() const { return m_refresh->isEnabled(); }
-bool CReceiverInfoDlg::IsSaveEnabled() const { return m_save->isEnabled(); }
+ustring CReceiverInfoDlg::StatusText() const { return ustring::FromQString(m_controls.Get<QLabel>(IDC_STATUS)->text()); }
+bool CReceiverInfoDlg::IsRefreshEnabled() const { return m_controls.Get<QPushButton>(IDC_REFRESH)->isEnabled(); }
+bool CReceiverInfoDlg::IsSaveEnabled() const { return m_controls.Get<QPushButton>(IDC_SAVE)->isEnabled(); }

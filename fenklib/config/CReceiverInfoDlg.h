@@ -1,79 +1,60 @@
 #pragma once
-#include <QString>
-#include <deque>
+#include <QDateTime>
+#include <QIcon>
 #include <map>
 #include <memory>
 
+#include "fenklib/frame/CDialogControls.h"
 #include "fenklib/frame/CFenkDialog.h"
 #include "platform/uikit/CTipWindow.h"
 
-class QProgressBar;
-class QPushButton;
 class QTreeWidget;
 
 // Identity, versions, memory and power of the receiver, read row by row on the worker thread;
-// Save to File writes the receiver's complete parameter listing as UTF-8 text.
+// Save to File writes the receiver's complete settings listing as UTF-8 text.
 class CReceiverInfoDlg : public CFenkDialog {
 public:
     CReceiverInfoDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
     ~CReceiverInfoDlg() override;
 
     bool OnInitDialog() override;
-    unsigned WorkerProc() override;
     void OnReceiverNotice(std::uintptr_t wParam, std::intptr_t lParam) override;
     void OnReceiverError(std::uintptr_t wParam, std::intptr_t lParam) override;
+    void UpdateControls() override;
 
     void OnRefresh();
     void OnSaveToFile();
-    void OnCancelWork();
+    void OnCancelWork() { CancelJob(); }
+    void OnCopyValue();
 
     // For tests and the host's tour: what the list shows and what the dialog would save as.
     int RowCount() const;
     basekit::ustring RowLabel(int row) const;
     basekit::ustring RowValue(int row) const;
     bool RowHasIcon(int row) const;
-    basekit::ustring DefaultFileName() const;
+    basekit::ustring DefaultFileName() const { return m_defaultFileName; }
+    basekit::ustring StatusText() const;
     bool IsRefreshEnabled() const;
     bool IsSaveEnabled() const;
 
-    // Message 1026 parameters.
-    enum Notify : std::uintptr_t { RowsWaiting = 1, Finished = 2, SaveProgress = 3 };
-
-protected:
-    std::intptr_t OnWindowMessage(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
-
 private:
-    struct Row {
+    struct ROW_VALUE {
         unsigned labelId;
         unsigned iconId;
         basekit::ustring value;
+        bool read;   // false when the reading failed and value says why
     };
-    enum class Job { Read, Save };
 
-    void BuildControls();
-    void MoveQueuedRows();
-    void OnFinished();
-    void SetBusy(bool busy);
-    unsigned ReadRows();
-    unsigned SaveListing();
-    void Post(Notify what);
+    void AddRow(const ROW_VALUE& row);
+    void MarkStale();
+    void SaveListing(const basekit::ustring& path);
 
-    QTreeWidget* m_list = nullptr;
-    QPushButton* m_refresh = nullptr;
-    QPushButton* m_save = nullptr;
-    QPushButton* m_cancel = nullptr;
-    QProgressBar* m_progress = nullptr;
+    CDialogControls m_controls;
+    QTreeWidget* m_list;
     std::map<unsigned, QIcon> m_icons;
     std::unique_ptr<uikit::CTipWindow> m_tip;
-
-    // Shared with the worker, under m_lock.
-    std::deque<Row> m_queue;
     basekit::ustring m_defaultFileName;
-    Job m_job = Job::Read;
-    QString m_savePath;
-    basekit::ustring m_saveStep;
-    basekit::CStdException::CExInfo m_saveError;
-
-    int m_shownRows = 0;
     basekit::ustring m_registryKey;
+    QDateTime m_readAt;
+    bool m_stateChanged = false;   // receiver event 7 came: Refresh stays off
 };

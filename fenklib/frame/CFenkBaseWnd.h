@@ -1,6 +1,11 @@
 #pragma once
+#include <QWidget>
+#include <functional>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
+#include "fenklib/frame/CJobContext.h"
 #include "platform/basekit/CCriticalSection.h"
 #include "platform/basekit/CEvent.h"
 #include "platform/basekit/CLocker.h"
@@ -19,6 +24,13 @@ enum FenkWindowMessage : unsigned {
     WM_FENK_RECEIVER_EVENT7 = basekit::WM_USER + 3,   // 1027: receiver event 7
     WM_FENK_RECEIVER_EVENT8 = basekit::WM_USER + 4,   // 1028: receiver event 8
 };
+// The first parameter of message 1026 when the frame delivers a job's results; windows keep
+// every other value of it (the status sheet's notices carry theirs in the second parameter).
+inline constexpr std::uintptr_t kFenkJobNotice = 0x4A4F42;
+
+// Marks the top-level window idle when no receiver window inside it is busy; a host's headless
+// tour and the tests wait on its "fenkIdle" property.
+void PublishFenkIdle(QWidget* window, bool busy);
 
 // What every receiver window adds to its resizable base: it holds the open receiver, turns
 // receiver events 7 and 8 into window messages for its lifetime, and owns one worker thread
@@ -56,7 +68,72 @@ public:
         }
     }
 
-    virtual unsigned WorkerProc() { return 0; }
+    // Runs the job the window handed over with RunJob(); without one it returns at once.
+    virtual unsigned WorkerProc() {
+        if (m_job) m_job();
+        return 0;
+    }
+
+    // Hands receiver work to the window's one worker (stopping the job before it). work(ctx)
+    // runs on the worker; onEnd(JOB_RESULT<T>) runs on this thread when it has ended, after the
+    // frame has shown the error of a failed job; onProgress gets the latest JOB_PROGRESS.
+    template <typename Work, typename OnEnd>
+    void RunJob(Work work, OnEnd onEnd, std::function<void(const JOB_PROGRESS&)> onProgress = {}) {
+        using T = std::invoke_result_t<Work&, CJobContext&>;
+        StopWorker();
+        const unsigned serial = ++m_jobSerial;
+        {
+            const basekit::CLocker lock(m_lock);
+            m_uiQueue.clear();
+            m_pendingProgress.reset();
+        }
+        m_onProgress = std::move(onProgress);
+        m_job = [this, serial, work = std::move(work), onEnd = std::move(onEnd)]() mutable {
+            CJobContext ctx(
+                m_receiver, m_stopEvent, [this, serial](std::function<void()> f) { PostToUi(serial, std::move(f)); },
+                [this, serial](JOB_PROGRESS p) { PostProgress(serial, std::move(p)); });
+            auto result = std::make_shared<JOB_RESULT<T>>();
+            try {
+                if constexpr (std::is_void_v<T>) work(ctx);
+                else result->value.emplace(work(ctx));
+                result->outcome = ctx.IsStopping() ? JobOutcome::Stopped : JobOutcome::Done;
+            } catch (const basekit::CStdException& e) {
+                result->outcome = ctx.IsStopping() ? JobOutcome::Stopped : JobOutcome::Failed;
+                result->error.Capture(e);
+            }
+            PostToUi(serial, [this, result, onEnd]() mutable {
+                EndJob(result->outcome == JobOutcome::Failed ? &result->error : nullptr);
+                onEnd(*result);
+                UpdateControls();
+            });
+        };
+        SetBusy(true);
+        StartWorker();
+        UpdateControls();
+    }
+
+    // Asks the running job to finish; its end arrives as JobOutcome::Stopped. Never blocks.
+    void CancelJob() { m_stopEvent.Set(); }
+    bool IsBusy() const { return m_busy; }
+
+    // Every control's enabled state, decided in one place from the window's state; the frame
+    // calls it after a job starts or ends and after a receiver notice.
+    virtual void UpdateControls() {}
+
+    // Receiver work done on this thread (a page reading on activation, writing on Apply): a
+    // failure is shown in an error box with the exception's text and gives false.
+    template <typename Work>
+    bool WithReceiver(Work&& work) {
+        try {
+            const uikit::CBusyCursor busy;
+            devio::CVokReceiverMate mate(m_receiver);
+            work(mate);
+            return true;
+        } catch (const basekit::CStdException& e) {
+            uikit::CMessageBoxService::ReportError(this, e);
+            return false;
+        }
+    }
 
     bool OnInitDialog() override {
         Base::OnInitDialog();
@@ -72,6 +149,7 @@ public:
             uikit::CMessageBoxService::ReportError(this, e);
             EndWindow(3);
         }
+        SetBusy(false);
         return true;
     }
 
@@ -86,6 +164,11 @@ protected:
             } catch (const basekit::CStdException&) {
                 OnReceiverError(wParam, lParam);
             }
+            UpdateControls();
+            return 0;
+        }
+        if (message == WM_FENK_NOTIFY && wParam == kFenkJobNotice) {
+            RunDelivered();
             return 0;
         }
         if (message == WM_FENK_RECEIVER_EVENT8) {
@@ -105,6 +188,8 @@ protected:
         Base::OnDestroy();
     }
 
+    bool IsReceiverReady() const { return m_receiver && m_receiver->IsReady(); }
+
     // A dialog or sheet ends itself; a page ends the sheet it is on.
     void EndWindow(int result) {
         if constexpr (std::is_base_of_v<uikit::CResizablePropertyPage, Base>) {
@@ -114,11 +199,71 @@ protected:
         }
     }
 
-    basekit::CCriticalSection m_lock;
+    basekit::CCriticalSection m_lock;   // declared first: the job members below are guarded by it
     basekit::CSmartPtr<devio::IReceiver> m_receiver;
     basekit::CEvent m_stopEvent{basekit::CEvent::Mode::Manual};
     basekit::CThread m_worker;
     basekit::CStdException::CExInfo m_error;
     basekit::CSmartPtr<devio::INotice> m_notice7;
     basekit::CSmartPtr<devio::INotice> m_notice8;
+
+private:
+    using Delivery = std::pair<unsigned, std::function<void()>>;
+
+    void SetBusy(bool busy) {
+        m_busy = busy;
+        PublishFenkIdle(this, busy);
+    }
+
+    // Worker side: results wait under the lock; one posted message carries any number of them.
+    void PostToUi(unsigned serial, std::function<void()> f) {
+        const basekit::CLocker lock(m_lock);
+        m_uiQueue.emplace_back(serial, std::move(f));
+        NoticeLocked();
+    }
+    void PostProgress(unsigned serial, JOB_PROGRESS p) {
+        const basekit::CLocker lock(m_lock);
+        m_pendingProgress.emplace(serial, std::move(p));
+        NoticeLocked();
+    }
+    void NoticeLocked() {
+        if (m_noticePosted) return;
+        m_noticePosted = true;
+        basekit::PostWindowMessage(this->GetSafeHwnd(), WM_FENK_NOTIFY, kFenkJobNotice, 0);
+    }
+
+    // User-interface side: what a replaced job delivered late is dropped by its serial.
+    void RunDelivered() {
+        std::vector<Delivery> queue;
+        std::optional<std::pair<unsigned, JOB_PROGRESS>> progress;
+        {
+            const basekit::CLocker lock(m_lock);
+            queue.swap(m_uiQueue);
+            progress.swap(m_pendingProgress);
+            m_noticePosted = false;
+        }
+        if (progress && progress->first == m_jobSerial && m_onProgress) m_onProgress(progress->second);
+        for (auto& [serial, f] : queue)
+            if (serial == m_jobSerial) f();
+    }
+
+    void EndJob(const basekit::CStdException::CExInfo* failure) {
+        StopWorker();   // the worker has delivered its end and is returning
+        SetBusy(false);
+        UpdateControls();
+        if (!failure) return;
+        try {
+            failure->Rethrow();
+        } catch (const basekit::CStdException& e) {
+            uikit::CMessageBoxService::ReportError(this, e);
+        }
+    }
+
+    std::function<void()> m_job;                 // set on this thread before the worker starts
+    std::function<void(const JOB_PROGRESS&)> m_onProgress;
+    unsigned m_jobSerial = 0;
+    bool m_busy = false;
+    std::vector<Delivery> m_uiQueue;             // under m_lock
+    std::optional<std::pair<unsigned, JOB_PROGRESS>> m_pendingProgress;   // under m_lock
+    bool m_noticePosted = false;                 // under m_lock
 };

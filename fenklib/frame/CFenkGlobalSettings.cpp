@@ -1,25 +1,37 @@
 #include "fenklib/frame/CFenkGlobalSettings.h"
 
-#include <cwchar>
+#include <array>
 
-#include "platform/basekit/Registry.h"
+#include "fenklib/frame/LibraryHelpers.h"
+#include "fenklib/resources/StringIds.h"
+#include "platform/basekit/CCLocaleScope.h"
+#include "platform/basekit/CRegistryBatch.h"
 
+using basekit::CRegistryBatch;
 using basekit::HKEY_CURRENT_USER;
-using basekit::RegGetValue;
-using basekit::RegWriteValue;
 using basekit::ustring;
 
 namespace {
 
-std::uint32_t ReadNumber(const ustring& key, const wchar_t* name, std::uint32_t fallback) {
-    std::uint32_t value = fallback;
-    return RegGetValue(HKEY_CURRENT_USER, key, name, value) ? value : fallback;
-}
-
-ustring ReadText(const ustring& key, const wchar_t* name) {
-    ustring value;
-    return RegGetValue(HKEY_CURRENT_USER, key, name, value) ? value : ustring();
-}
+// The ten stored values in the order they are written.
+struct STORED_FIELD {
+    bool site;   // under the site key, else the general key
+    const wchar_t* name;
+    bool text;
+};
+constexpr std::array<STORED_FIELD, 10> kFields{{
+    {false, L"AppMode", false},
+    {false, L"CoordSystem", false},
+    {false, L"ModemAutodetection", false},
+    {false, L"Zed_Settings", false},
+    {true, L"SiteName", true},
+    {true, L"Description", true},
+    {true, L"AntennaType", true},
+    {true, L"AntennaHeight", true},
+    {true, L"Slant", false},
+    {true, L"Dynamics", false},
+}};
+enum FieldIndex { kAppMode, kCoordSystem, kModemAutodetection, kZed, kSiteName, kDescription, kAntennaType, kAntennaHeight, kSlant, kDynamics };
 
 }  // namespace
 
@@ -43,35 +55,85 @@ CFenkGlobalSettings::~CFenkGlobalSettings() {
     }
 }
 
-void CFenkGlobalSettings::Load() {
-    m_appMode = static_cast<EApplicationMode>(ReadNumber(m_generalKey, L"AppMode", 1));
-    m_coordSystem = static_cast<ECoordSystem>(ReadNumber(m_generalKey, L"CoordSystem", 0));
-    // Read twice, as the settings have always been loaded; the second read decides.
-    m_modemAutodetection = ReadNumber(m_generalKey, L"ModemAutodetection", 1) != 0;
-    m_modemAutodetection = ReadNumber(m_generalKey, L"ModemAutodetection", 1) != 0;
-    m_zed.word = ReadNumber(m_generalKey, L"Zed_Settings", m_zed.word);
+ustring CFenkGlobalSettings::TakeStoreProblem() { return std::exchange(m_storeProblem, ustring()); }
 
-    m_site.SiteName = ReadText(m_siteKey, L"SiteName");
-    m_site.Description = ReadText(m_siteKey, L"Description");
-    m_site.AntennaType = ReadText(m_siteKey, L"AntennaType");
-    const ustring height = ReadText(m_siteKey, L"AntennaHeight");
-    m_site.AntennaHeight = static_cast<float>(std::wcstod(height.c_str(), nullptr));
-    m_site.Slant = ReadNumber(m_siteKey, L"Slant", 0) != 0;
-    m_site.Dynamics = ReadNumber(m_siteKey, L"Dynamics", 0) != 0;
+namespace {
+
+std::vector<std::optional<std::variant<std::uint32_t, ustring>>> ReadAll(const CRegistryBatch& store, const ustring& general,
+                                                                         const ustring& site) {
+    std::vector<std::optional<std::variant<std::uint32_t, ustring>>> values;
+    for (const STORED_FIELD& f : kFields) {
+        const ustring& key = f.site ? site : general;
+        std::uint32_t number = 0;
+        ustring text;
+        if (f.text && store.Get(key, f.name, text)) values.emplace_back(text);
+        else if (!f.text && store.Get(key, f.name, number)) values.emplace_back(number);
+        else values.emplace_back();
+    }
+    return values;
 }
 
-void CFenkGlobalSettings::Save() const {
-    RegWriteValue(HKEY_CURRENT_USER, m_generalKey, L"AppMode", static_cast<std::uint32_t>(m_appMode));
-    RegWriteValue(HKEY_CURRENT_USER, m_generalKey, L"CoordSystem", static_cast<std::uint32_t>(m_coordSystem));
-    RegWriteValue(HKEY_CURRENT_USER, m_generalKey, L"ModemAutodetection", m_modemAutodetection ? 1u : 0u);
-    RegWriteValue(HKEY_CURRENT_USER, m_generalKey, L"Zed_Settings", m_zed.word);
+}  // namespace
 
-    RegWriteValue(HKEY_CURRENT_USER, m_siteKey, L"SiteName", m_site.SiteName);
-    RegWriteValue(HKEY_CURRENT_USER, m_siteKey, L"Description", m_site.Description);
-    RegWriteValue(HKEY_CURRENT_USER, m_siteKey, L"AntennaType", m_site.AntennaType);
-    RegWriteValue(HKEY_CURRENT_USER, m_siteKey, L"AntennaHeight", ustring::Format(L"%f", static_cast<double>(m_site.AntennaHeight)));
-    RegWriteValue(HKEY_CURRENT_USER, m_siteKey, L"Slant", m_site.Slant ? 1u : 0u);
-    RegWriteValue(HKEY_CURRENT_USER, m_siteKey, L"Dynamics", m_site.Dynamics ? 1u : 0u);
+// Missing values take their defaults.
+CFenkGlobalSettings::VALUES CFenkGlobalSettings::FromStored(const std::vector<std::optional<Stored>>& values) {
+    const auto number = [&](int i, std::uint32_t fallback) {
+        return values[i] ? std::get<std::uint32_t>(*values[i]) : fallback;
+    };
+    const auto text = [&](int i) { return values[i] ? std::get<ustring>(*values[i]) : ustring(); };
+    VALUES v;
+    v.appMode = static_cast<EApplicationMode>(number(kAppMode, APPMODE_DEFAULT));
+    v.coordSystem = static_cast<ECoordSystem>(number(kCoordSystem, COORD_GEODETIC));
+    v.modemAutodetection = number(kModemAutodetection, 1) != 0;
+    v.zed.word = number(kZed, Zed_Settings().word);
+    v.site.SiteName = text(kSiteName);
+    v.site.Description = text(kDescription);
+    v.site.AntennaType = text(kAntennaType);
+    v.site.AntennaHeight = static_cast<float>(basekit::ParseReal(text(kAntennaHeight)));
+    v.site.Slant = number(kSlant, 0) != 0;
+    v.site.Dynamics = number(kDynamics, 0) != 0;
+    return v;
+}
+
+std::vector<CFenkGlobalSettings::Stored> CFenkGlobalSettings::ToStored(const VALUES& v) {
+    return {static_cast<std::uint32_t>(v.appMode),
+            static_cast<std::uint32_t>(v.coordSystem),
+            v.modemAutodetection ? 1u : 0u,
+            v.zed.word,
+            v.site.SiteName,
+            v.site.Description,
+            v.site.AntennaType,
+            ustring::Format(L"%f", static_cast<double>(v.site.AntennaHeight)),
+            v.site.Slant ? 1u : 0u,
+            v.site.Dynamics ? 1u : 0u};
+}
+
+void CFenkGlobalSettings::Load() {
+    const CRegistryBatch store(HKEY_CURRENT_USER, m_generalKey);
+    if (!store.SetAsidePath().isEmpty())
+        m_storeProblem = ustring::Format(LoadResString(IDS_SETTINGS_SET_ASIDE).c_str(), ustring::FromQString(store.SetAsidePath()));
+    const VALUES v = FromStored(ReadAll(store, m_generalKey, m_siteKey));
+    m_appMode = v.appMode;
+    m_coordSystem = v.coordSystem;
+    m_modemAutodetection = v.modemAutodetection;
+    m_zed = v.zed;
+    m_site = v.site;
+    m_asLoaded = ToStored(v);
+}
+
+// All ten values in one atomic write. A value this process did not change is written as the
+// store holds it now (read as Load() reads it), so another instance's saved change survives.
+void CFenkGlobalSettings::Save() const {
+    CRegistryBatch store(HKEY_CURRENT_USER, m_generalKey);
+    const std::vector<Stored> theirs = ToStored(FromStored(ReadAll(store, m_generalKey, m_siteKey)));
+    const std::vector<Stored> mine = ToStored(Current());
+    for (size_t i = 0; i < kFields.size(); ++i) {
+        const Stored& value = mine[i] != m_asLoaded[i] ? mine[i] : theirs[i];
+        const ustring& key = kFields[i].site ? m_siteKey : m_generalKey;
+        if (const auto* number = std::get_if<std::uint32_t>(&value)) store.Set(key, kFields[i].name, *number);
+        else store.Set(key, kFields[i].name, std::get<ustring>(value));
+    }
+    store.Commit();
 }
 
 void CFenkGlobalSettings::SetSiteParameters(const SiteParameters& site) {

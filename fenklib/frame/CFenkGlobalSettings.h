@@ -1,5 +1,9 @@
 #pragma once
 #include <cstdint>
+#include <memory>
+#include <optional>
+#include <variant>
+#include <vector>
 
 #include "fenklib/frame/FenkExport.h"
 #include "platform/basekit/ustring.h"
@@ -49,11 +53,27 @@ public:
     SiteParameters GetSiteParameters() const { return m_site; }
     void SetSiteParameters(const SiteParameters& site);
 
+    // Said once: the store could not be parsed and was kept aside; empty otherwise.
+    basekit::ustring TakeStoreProblem();
+
 private:
+    // One stored value as the store holds it: a 32-bit number or a text.
+    using Stored = std::variant<std::uint32_t, basekit::ustring>;
+
     CFenkGlobalSettings();
     ~CFenkGlobalSettings();
     void Load();
     void Save() const;
+    struct VALUES {
+        EApplicationMode appMode = APPMODE_DEFAULT;
+        ECoordSystem coordSystem = COORD_GEODETIC;
+        bool modemAutodetection = true;
+        Zed_Settings zed;
+        SiteParameters site;
+    };
+    static VALUES FromStored(const std::vector<std::optional<Stored>>& values);
+    static std::vector<Stored> ToStored(const VALUES& v);
+    VALUES Current() const { return {m_appMode, m_coordSystem, m_modemAutodetection, m_zed, m_site}; }
 
     basekit::ustring m_generalKey;
     basekit::ustring m_siteKey;
@@ -62,4 +82,8 @@ private:
     bool m_modemAutodetection = true;
     Zed_Settings m_zed;
     SiteParameters m_site;
+    // The values as loaded, so that Save() writes back what another process saved meanwhile
+    // for every value this one did not change.
+    std::vector<Stored> m_asLoaded;
+    basekit::ustring m_storeProblem;
 };

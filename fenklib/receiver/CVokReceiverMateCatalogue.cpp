@@ -44,6 +44,7 @@ bool ParseAngle(const ustring& text, wchar_t negative, double& out) {
     wchar_t hemi = 0;
     int d = 0, m = 0;
     double s = 0;
+    const basekit::CCLocaleScope cLocale;
     if (std::swscanf(text.c_str(), L" %lc%dd%dm%lfs", &hemi, &d, &m, &s) != 4) return false;
     out = d + m / 60.0 + s / 3600.0;
     if (hemi == negative) out = -out;
@@ -121,8 +122,35 @@ ustring CVokReceiverMateCore::GetFileList(unsigned timeoutMs) {
     return ExecuteCommand(L"print,/log/&[name,size,time]", false, timeoutMs);
 }
 
-ustring CVokReceiverMateCore::GetParameterDump(const ustring& query, unsigned timeoutMs) {
-    return ExecuteCommand(L"print," + query, false, timeoutMs);
+ustring CVokReceiverMateCore::ReadSettingsListing(const std::function<void(std::uint64_t, int, int)>& onReply) {
+    // A listing may reach megabytes on a full receiver; the time-out follows from that size.
+    constexpr unsigned kListingBytes = 16u * 1024u * 1024u;
+    constexpr const wchar_t* kQueries[] = {L"print,/par:on", L"print,/dev/blk/a&blocks:on", L"print,/dev/blk/a&block_size:on"};
+    constexpr int kParts = static_cast<int>(std::size(kQueries));
+    const unsigned timeout = GetCommandTimeout(kListingBytes);
+    ustring listing;
+    for (int i = 0; i < kParts; ++i) {
+        if (i > 0) listing += L"\r\n";
+        listing += ExecuteCommand(kQueries[i], false, timeout);
+        if (onReply) onReply(listing.size(), i + 1, kParts);
+    }
+    return listing;
+}
+
+std::uint64_t CVokReceiverMateCore::GetFileSize(const ustring& path) {
+    CheckCommandArgument(path, true);
+    return std::wcstoull(ExecuteCommand(ustring::Format(L"print,\"%s\"&size", path), true).c_str(), nullptr, 10);
+}
+
+// The block comes as binary: one character per byte.
+std::string CVokReceiverMateCore::ReadFileBlock(const ustring& path, std::uint64_t offset, std::uint64_t length) {
+    CheckCommandArgument(path, true);
+    const ustring command = ustring::Format(L"print,\"%s\"&content:{%llu,%llu}", path, static_cast<unsigned long long>(offset),
+                                            static_cast<unsigned long long>(length));
+    const ustring reply = ExecuteCommand(command, false, GetCommandTimeout(static_cast<unsigned>(length)), true, true);
+    std::string bytes(reply.size(), '\0');
+    for (size_t i = 0; i < reply.size(); ++i) bytes[i] = static_cast<char>(reply[i] & 0xFF);
+    return bytes;
 }
 
 ustring CVokReceiverMateCore::FormatW84(const vok::POS_GEO& pos) {

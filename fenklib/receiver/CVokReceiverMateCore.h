@@ -1,4 +1,7 @@
 #pragma once
+#include <cstdint>
+#include <functional>
+#include <string>
 #include <vector>
 
 #include "fenklib/receiver/CReceiverEnumWrapper.h"
@@ -80,7 +83,13 @@ public:
     void SetCurrentFile(wchar_t channel, const ustring& name);
     std::vector<int> GetFsInitState();
     ustring GetFileList(unsigned timeoutMs);
-    ustring GetParameterDump(const ustring& query, unsigned timeoutMs);  // "/par:on" ...
+    // The receiver's complete settings listing: the parameter dump, then the flash block count
+    // and block size listings, joined by CR LF (always, even around an empty reply).
+    // onReply(bytes so far, replies so far, replies in all) after each reply.
+    ustring ReadSettingsListing(const std::function<void(std::uint64_t, int, int)>& onReply = {});
+    // A receiver file read in blocks (file copies): its size, and length bytes from offset.
+    std::uint64_t GetFileSize(const ustring& path);
+    std::string ReadFileBlock(const ustring& path, std::uint64_t offset, std::uint64_t length);
     void SetReferencePosition(const wchar_t* which, const vok::POS_GEO& pos);   // which: "arp" or "pos"
     void SetReferencePosition(const wchar_t* which, const vok::POS_XYZ& pos);
     vok::POS_GEO GetReferenceGeo(const wchar_t* which);

@@ -3,6 +3,7 @@
 
 #include "fenklib/receiver/CReceiverEnumWrapper.h"
 #include "fenklib/receiver/CommandText.h"
+#include "platform/basekit/CCLocaleScope.h"
 #include "platform/basekit/ustring.h"
 
 // The receiver parameters whose commands are alike: "print,<path>" reads one, "set,<path>,<value>"
@@ -61,7 +62,7 @@ struct UInt {
 struct Real {
     using Value = double;
     static constexpr bool kTrim = false;
-    static Value Parse(const ustring& reply) { return std::wcstod(reply.c_str(), nullptr); }
+    static Value Parse(const ustring& reply) { return basekit::ParseReal(reply); }
     static ustring Format(Value v) { return ustring::Format(L"%f", v); }
 };
 // A reply counts as true when it holds "on" anywhere.

@@ -53,4 +53,5 @@ enum FenkDialogId : unsigned {
 
     // Receiver information (its layout is named "Receiver Info"; the number is the library's)
     IDD_RECEIVER_INFO = 5300,
+    IDD_RECEIVER_INFO_WIDE = 5301,
 };

@@ -238,4 +238,13 @@ enum FenkStringId : unsigned {
 
     // Receiver information: a row whose reading failed
     IDS_ROW_READ_FAILED = 5300,
+    IDS_SETTINGS_SET_ASIDE = 5301,
+    IDS_SAVED_TO = 5302,
+    IDS_COPY_VALUE = 5303,
+    IDS_STALE_SINCE = 5304,
+
+    // Each window family numbers its unnumbered texts in its own hundred, so that families
+    // added side by side never collide: status 5400, output messages 5500, ports 5600,
+    // receiver files 5700, site and coordinates 5800, settings and controller tools 5900,
+    // receiver configuration sheets 6000, modems and channels 6100.
 };

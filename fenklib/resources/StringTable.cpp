@@ -236,6 +236,10 @@ constexpr std::array kTable = std::to_array<FenkStringEntry>({
     {IDS_DYNAMICS, L"Dynamics:"},
     {IDS_ANTENNA_PARAMETERS, L"Antenna Parameters"},
     {IDS_ROW_READ_FAILED, L"Not read: %s"},
+    {IDS_SETTINGS_SET_ASIDE, L"The settings file could not be read. It was kept as %s and the default settings are used."},
+    {IDS_SAVED_TO, L"Saved %s to %s"},
+    {IDS_COPY_VALUE, L"Copy Value"},
+    {IDS_STALE_SINCE, L"%s (last read %s)"},
 });
 
 constexpr bool StrictlyAscending() {

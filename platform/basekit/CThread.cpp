@@ -1,5 +1,7 @@
 #include "platform/basekit/CThread.h"
 
+#include "platform/basekit/CCLocaleScope.h"
+
 namespace basekit {
 
 void CThread::Start(std::function<unsigned()> body) {
@@ -7,6 +9,7 @@ void CThread::Start(std::function<unsigned()> body) {
     m_done->Reset();
     m_exitCode = 0;
     m_thread = std::thread([this, body = std::move(body)] {
+        CCLocaleScope::AdoptForThisThread();   // receiver work formats and parses protocol numbers
         try {
             m_exitCode = body();
         } catch (...) {

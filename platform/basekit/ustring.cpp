@@ -1,4 +1,5 @@
 #include "platform/basekit/ustring.h"
+#include "platform/basekit/CCLocaleScope.h"
 
 #include <QString>
 #include <cstdarg>
@@ -39,6 +40,7 @@ std::wstring WidenPattern(const wchar_t* format) {
 
 std::wstring ustring::FormatImpl(const wchar_t* format, ...) {
     const std::wstring pattern = WidenPattern(format);
+    const CCLocaleScope cLocale;
     std::vector<wchar_t> buffer(256);
     for (int attempt = 0; attempt < 24; ++attempt) {
         va_list args;

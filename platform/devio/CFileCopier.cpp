@@ -11,12 +11,11 @@ namespace devio {
 namespace {
 
 constexpr std::uint64_t kPieceBytes = 32 * 1024;
-constexpr unsigned kPieceTimeoutMs = 30000;
 constexpr unsigned kRefused = 13;   // the receiver answered with an error reply
 
 class CFileCopier final : public basekit::CRefCounted<IFileCopier> {
 public:
-    explicit CFileCopier(CSmartPtr<IReceiver> receiver) : m_receiver(std::move(receiver)) { m_done.Set(); }
+    explicit CFileCopier(CSmartPtr<IFileBlockReader> source) : m_source(std::move(source)) { m_done.Set(); }
     ~CFileCopier() override { Stop(); }
 
     void Start(const ustring& receiverPath, const ustring& localPath) override {
@@ -61,27 +60,9 @@ private:
         if (m_thread.joinable()) m_thread.join();
     }
 
-    // One command, waited for here; throws CWinException with the code of the failure.
-    std::string Ask(const ustring& command) {
-        const COverlapped completion;
-        const CSmartPtr<CCommandReply> reply(new CCommandReply());
-        const CSmartPtr<ICommandChannel> channel = m_receiver->GetCommandChannel();
-        const CommandId id = channel->IssueCommand(command, true, reply, INotice::CreateInstance(completion), kPieceTimeoutMs, true);
-        const basekit::WaitResult wait = basekit::CEvent::WaitAny({&completion.Event(), &m_cancel}, kPieceTimeoutMs);
-        if (wait.kind != basekit::WaitResult::Signalled || wait.index != 0) {
-            channel->Cancel(id);
-            throw basekit::CWinException("FileCopier", __LINE__, command,
-                                         wait.kind == basekit::WaitResult::Timeout ? basekit::kErrorTimeout : basekit::kErrorCancelled);
-        }
-        CCommandReply::Result result = reply->Take();
-        if (result.linkError) throw basekit::CWinException("FileCopier", __LINE__, command, result.linkError);
-        if (result.status < 0) throw basekit::CWinException("FileCopier", __LINE__, command + L" " + result.text, kRefused);
-        return std::move(result.payload);
-    }
-
     void Run(const ustring& path, const ustring& localPath) {
         try {
-            const std::uint64_t total = std::stoull(Ask(L"print,\"" + path + L"\"&size"));
+            const std::uint64_t total = m_source->FileSize(path, m_cancel);
             {
                 const std::lock_guard lock(m_mutex);
                 m_progress.total = total;
@@ -90,9 +71,7 @@ private:
             bytes.reserve(total);
             while (bytes.size() < total) {
                 const std::uint64_t piece = std::min(kPieceBytes, total - bytes.size());
-                const std::string got = Ask(ustring::Format(L"print,\"%s\"&content:{%llu,%llu}", path,
-                                                            static_cast<unsigned long long>(bytes.size()),
-                                                            static_cast<unsigned long long>(piece)));
+                const std::string got = m_source->ReadBlock(path, bytes.size(), piece, m_cancel);
                 if (got.empty()) break;   // the file shrank while being read
                 bytes += got;
                 Report(bytes.size());
@@ -100,6 +79,8 @@ private:
             Finish(bytes, localPath);
         } catch (const basekit::CWinException& e) {
             Fail(e.Code(), e.GetMessage());
+        } catch (const basekit::CStdException& e) {
+            Fail(kRefused, e.GetMessage());
         } catch (const std::exception& e) {
             Fail(kRefused, ustring::FromUtf8(e.what()));
         }
@@ -139,7 +120,7 @@ private:
         m_errorText = text;
     }
 
-    CSmartPtr<IReceiver> m_receiver;
+    CSmartPtr<IFileBlockReader> m_source;
     mutable std::mutex m_mutex;
     COPY_PROGRESS m_progress;
     unsigned m_error = 0;
@@ -153,8 +134,8 @@ private:
 
 }  // namespace
 
-CSmartPtr<IFileCopier> IFileCopier::CreateInstance(const CSmartPtr<IReceiver>& receiver) {
-    return CSmartPtr<IFileCopier>(new CFileCopier(receiver));
+CSmartPtr<IFileCopier> IFileCopier::CreateInstance(const CSmartPtr<IFileBlockReader>& source) {
+    return CSmartPtr<IFileCopier>(new CFileCopier(source));
 }
 
 }  // namespace devio

@@ -1,5 +1,7 @@
 #include "platform/devio/CReceiver.h"
 
+#include "platform/basekit/CCLocaleScope.h"
+
 #include <poll.h>
 
 #include <algorithm>
@@ -61,7 +63,10 @@ CReceiver::CReceiver(std::unique_ptr<CLink> link)
     : m_link(std::move(link)), m_listeners(new CListenerHost()) {
     const QVariant log = m_link->Address()->GetProperties()->GetProperty(L"WireLog");
     if (log.isValid() && log.toString() != QLatin1String("0")) m_link->WireLog().Enable(true);
-    m_reader = std::thread([this] { ReaderLoop(); });
+    m_reader = std::thread([this] {
+        basekit::CCLocaleScope::AdoptForThisThread();
+        ReaderLoop();
+    });
 }
 
 CReceiver::~CReceiver() {

@@ -12,10 +12,21 @@ struct COPY_PROGRESS {
     std::uint64_t total = 0;   // 0 until the file's size is known
 };
 
+// Where a copy's bytes come from: the command layer reads a receiver file in blocks. Each call
+// gives up with basekit::CWinException 1223 once cancel is set; a refusal of the receiver is
+// basekit::CCommException.
+struct IFileBlockReader : basekit::IRefCounted {
+    virtual std::uint64_t FileSize(const ustring& path, basekit::CEvent& cancel) = 0;
+    virtual std::string ReadBlock(const ustring& path, std::uint64_t offset, std::uint64_t length, basekit::CEvent& cancel) = 0;
+
+protected:
+    ~IFileBlockReader() = default;
+};
+
 // Copies one receiver file into memory or into a local file, on a thread of its own, in pieces
 // so that a large file shows progress and can be cancelled between pieces.
 struct IFileCopier : basekit::IRefCounted {
-    static CSmartPtr<IFileCopier> CreateInstance(const CSmartPtr<IReceiver>& receiver);
+    static CSmartPtr<IFileCopier> CreateInstance(const CSmartPtr<IFileBlockReader>& source);
 
     // Starts a copy; a copy still running is cancelled first. An empty local path keeps the
     // bytes in memory (Data()).

@@ -6,7 +6,7 @@
 
 #include "SimLink.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
-#include "platform/devio/IFileCopier.h"
+#include "fenklib/receiver/CReceiverFileReader.h"
 
 using fenktest::SimLink;
 
@@ -18,7 +18,7 @@ bool Finished(const devio::IFileCopier& copier) {
 
 TEST(FileCopy, IntoMemoryAndIntoAFile) {
     SimLink link;
-    const auto copier = devio::IFileCopier::CreateInstance(link.Receiver());
+    const auto copier = devio::CReceiverFileReader::CreateCopier(link.Receiver());
     devio::COverlapped progress;
     copier->SetProgressNotice(devio::INotice::CreateInstance(progress));
     copier->Start(L"/com/a/script/version", L"");
@@ -45,7 +45,7 @@ TEST(FileCopy, IntoMemoryAndIntoAFile) {
 
 TEST(FileCopy, FailuresAreReported) {
     SimLink link;
-    const auto copier = devio::IFileCopier::CreateInstance(link.Receiver());
+    const auto copier = devio::CReceiverFileReader::CreateCopier(link.Receiver());
     copier->Start(L"/log/no-such-file", L"");
     ASSERT_TRUE(Finished(*copier));
     EXPECT_NE(copier->Error(), 0u);

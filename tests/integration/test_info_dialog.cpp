@@ -177,8 +177,8 @@ TEST_F(InfoDialog, SaveToFileWritesTheHeaderAndTheListingsAsUtf8) {
         "^// Created by Lyn Utility, Version 2\\.3 \\[September 9, 2011\\]\r\n// \\d{1,2}/\\d{1,2}/\\d{2,4} \\d{1,2}:\\d{2}:\\d{2} [AP]M.*\r\n\r\n"));
     EXPECT_TRUE(header.match(QString::fromUtf8(bytes)).hasMatch()) << bytes.left(120).toStdString();
     devio::CVokReceiverMate mate(link.Receiver());
-    const ustring body = mate.GetParameterDump(L"/par:on", 60000) + L"\r\n" + mate.GetParameterDump(L"/dev/blk/a&blocks:on", 10000) +
-                         L"\r\n" + mate.GetParameterDump(L"/dev/blk/a&block_size:on", 10000);
+    const ustring body = mate.ExecuteCommand(L"print,/par:on", false, 60000) + L"\r\n" +
+                         mate.ExecuteCommand(L"print,/dev/blk/a&blocks:on") + L"\r\n" + mate.ExecuteCommand(L"print,/dev/blk/a&block_size:on");
     EXPECT_TRUE(bytes.endsWith(QByteArray::fromStdString(body.ToUtf8()))) << "the three replies, joined by CR LF";
     EXPECT_TRUE(bytes.contains("Rover \xc2\xb0 S\xc3\xbc" "d")) << "UTF-8";
     const QSettings store(QSettings::NativeFormat, QSettings::UserScope, QCoreApplication::organizationName().isEmpty() ? QStringLiteral("Fenk") : QCoreApplication::organizationName(),

@@ -66,7 +66,7 @@ TEST_F(Vocabulary, EveryReadingIsAnswered) {
         {"messages", [&] { mate.ListMessages(L"def"); mate.ListMessages(L"nmea"); mate.GetPortMessages(DEV_SER_A);
                            mate.GetDefaultSchedule(L"nmea/GGA"); }},
         {"lists", [&] { EXPECT_FALSE(mate.ListPorts(L"dev/ser").empty()); mate.ListAntennaIds(); }},
-        {"bulk", [&] { mate.GetParameterDump(L"/par:on", 60000); mate.GetParameterDump(L"/dev/blk/a&blocks:on", 10000); }},
+        {"bulk", [&] { mate.ReadSettingsListing(); }},
     };
     for (const auto& c : cases) EXPECT_NO_THROW(c.read()) << c.legend;
 }
@@ -173,7 +173,7 @@ TEST(VocabularyFaults, AMegabyteReplyThroughGarbageBursts) {
     SimLink link(SimLink::Over::Tcp, options);
     CVokReceiverMate mate(link.Receiver());
     mate.EnableMessages(vok::CUR_TERM, L"/msg/nmea/GSV:{0.2,0,0,0x0}");
-    const ustring dump = mate.GetParameterDump(L"/par:on", 60000);
+    const ustring dump = mate.ExecuteCommand(L"print,/par:on", false, 60000);
     EXPECT_GE(dump.size(), 1024u * 1024u);
     EXPECT_NE(dump.find(L"rcv/model"), ustring::npos);
     for (int i = 0; i < 20; ++i) EXPECT_EQ(mate.Get(par::RcvModel), L"FNK-600");

@@ -1,5 +1,7 @@
 #include "tools/rcvsim/RcvSim.h"
 
+#include "tools/rcvsim/CLocale.h"
+
 #include <sys/socket.h>
 
 #include <cerrno>
@@ -14,7 +16,10 @@ constexpr auto kTick = std::chrono::milliseconds(10);
 RcvSim::RcvSim(SimOptions options, std::shared_ptr<const SimClock> clock)
     : clock_(clock ? std::move(clock) : std::make_shared<RealClock>()),
       receiver_(std::move(options), clock_),
-      loop_([this](std::stop_token stop) { Loop(stop); }) {}
+      loop_([this](std::stop_token stop) {
+          UseCLocaleOnThisThread();
+          Loop(stop);
+      }) {}
 
 RcvSim::~RcvSim() {
     loop_.request_stop();

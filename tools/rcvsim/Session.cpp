@@ -1,5 +1,7 @@
 #include "tools/rcvsim/Session.h"
 
+#include "tools/rcvsim/CLocale.h"
+
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -87,6 +89,7 @@ void Session::UpdateRate(Clock::time_point now) {
 }
 
 void Session::Run(std::stop_token stop) {
+    UseCLocaleOnThisThread();
     while (!stop.stop_requested()) {
         auto now = Clock::now();
         if (!reply_ && !lines_.empty()) {
