@@ -97,9 +97,9 @@ public:
                 if constexpr (std::is_void_v<T>) work(ctx);
                 else result->value.emplace(work(ctx));
                 result->outcome = ctx.IsStopping() ? JobOutcome::Stopped : JobOutcome::Done;
-            } catch (const basekit::CStdException& e) {
+            } catch (const basekit::CStdException&) {
                 result->outcome = ctx.IsStopping() ? JobOutcome::Stopped : JobOutcome::Failed;
-                result->error.Capture(e);
+                result->error.Capture();   // keeps the exception's own type for the box
             }
             PostToUi(serial, [this, result, onEnd]() mutable {
                 EndJob(result->outcome == JobOutcome::Failed ? &result->error : nullptr);

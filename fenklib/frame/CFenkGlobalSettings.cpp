@@ -55,8 +55,6 @@ CFenkGlobalSettings::~CFenkGlobalSettings() {
     }
 }
 
-ustring CFenkGlobalSettings::TakeStoreProblem() { return std::exchange(m_storeProblem, ustring()); }
-
 namespace {
 
 std::vector<std::optional<std::variant<std::uint32_t, ustring>>> ReadAll(const CRegistryBatch& store, const ustring& general,

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -54,7 +55,7 @@ public:
     void SetSiteParameters(const SiteParameters& site);
 
     // Said once: the store could not be parsed and was kept aside; empty otherwise.
-    basekit::ustring TakeStoreProblem();
+    basekit::ustring TakeStoreProblem() { return std::exchange(m_storeProblem, basekit::ustring()); }
 
 private:
     // One stored value as the store holds it: a 32-bit number or a text.

@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <functional>
@@ -107,6 +110,41 @@ TEST_F(SettingsTest, ChangesReachTheStoreOnlyAtUnload) {
         EXPECT_EQ(s.GetCoordSystem(), COORD_CARTESIAN);
         EXPECT_EQ(s.GetSiteParameters().SiteName, L"Hill \u00b07");
     });
+}
+
+// A second instance that saved while this one ran keeps what it saved, unless this one changed
+// the same value.
+TEST_F(SettingsTest, AnotherInstancesSavedChangesSurvive) {
+    WithLibrary([&](CFenkGlobalSettings& s, void*) {
+        s.SetCoordSystem(COORD_CARTESIAN);
+        Write("GlobalSettings/SiteParameters/SiteName", QStringLiteral("from the other instance"));
+        Write("GlobalSettings/General/Zed_Settings", 41);
+        Write("GlobalSettings/General/CoordSystem", 0);
+    });
+    const QSettings store = Store();
+    EXPECT_EQ(store.value(QStringLiteral("GlobalSettings/SiteParameters/SiteName")).toString(), QStringLiteral("from the other instance"));
+    EXPECT_EQ(store.value(QStringLiteral("GlobalSettings/General/Zed_Settings")).toInt(), 41);
+    EXPECT_EQ(store.value(QStringLiteral("GlobalSettings/General/CoordSystem")).toInt(), 1) << "this instance's own change";
+    EXPECT_TRUE(store.contains(QStringLiteral("GlobalSettings/SiteParameters/Dynamics"))) << "all ten are written";
+}
+
+TEST_F(SettingsTest, AnUnreadableStoreIsKeptAsideAndToldOnce) {
+    const QString file = Store().fileName();
+    {
+        QDir().mkpath(QFileInfo(file).absolutePath());
+        QFile broken(file);
+        ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+        broken.write("[GlobalSettings\nthis line has no value\n");
+    }
+    WithLibrary([](CFenkGlobalSettings& s, void*) {
+        EXPECT_NE(s.TakeStoreProblem().find(L".bad"), std::wstring::npos);
+        EXPECT_TRUE(s.TakeStoreProblem().empty()) << "said once";
+        EXPECT_EQ(s.GetZedSettings().word, 9u) << "defaults in use";
+    });
+    QFile kept(file + QStringLiteral(".bad"));
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(kept.readAll().startsWith("[GlobalSettings\n")) << "the user's file is kept as it was";
+    EXPECT_EQ(Store().value(QStringLiteral("GlobalSettings/General/Zed_Settings")).toInt(), 9);
 }
 
 }  // namespace

@@ -3,19 +3,23 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QTimer>
+#include <QTreeWidget>
 #include <functional>
+#include <memory>
 
 #include "SimLink.h"
 #include "fenklib/config/CReceiverInfoDlg.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "fenklib/resources/StringIds.h"
+#include "platform/basekit/Registry.h"
 #include "platform/uikit/CFileDialogResponder.h"
 #include "platform/uikit/CMessageBoxResponder.h"
+#include "support/EventTrigger.h"
 
 using fenktest::SimLink;
 using basekit::ustring;
@@ -24,18 +28,13 @@ namespace {
 
 bool Idle(const CReceiverInfoDlg& dlg) { return dlg.property("fenkIdle").toBool(); }
 
-// Runs the dialog; `step` is called every few milliseconds inside its modal loop until it
-// returns true (then the dialog is closed). Bounded: after 60 s the dialog is closed anyway.
-int Drive(CReceiverInfoDlg& dlg, const std::function<bool()>& step) {
-    QTimer timer;
-    int ticks = 0;
-    QObject::connect(&timer, &QTimer::timeout, &dlg, [&] {
-        if (step() || ++ticks > 6000) {
-            timer.stop();
-            dlg.EndDialog(1);
-        }
+// Runs the dialog; onIdle is called each time it becomes idle until it returns true, then the
+// dialog is closed with OK.
+int RunWhenIdle(CReceiverInfoDlg& dlg, const std::function<bool()>& onIdle) {
+    const fenktest::CIdleTrigger idle(&dlg, [&] {
+        if (onIdle()) dlg.EndDialog(1);
     });
-    timer.start(10);
+    fenktest::EndAfterMinute(&dlg, [&] { dlg.EndDialog(2); });
     return dlg.DoModal();
 }
 
@@ -52,7 +51,7 @@ TEST_F(InfoDialog, EveryRowWithItsValue) {
     SimLink link;
     CReceiverInfoDlg dlg(link.Receiver(), nullptr);
     EXPECT_EQ(dlg.DefaultFileName(), L"info.txt") << "before the Id row is read";
-    EXPECT_EQ(Drive(dlg, [&] { return Idle(dlg); }), 1);
+    EXPECT_EQ(RunWhenIdle(dlg, [] { return true; }), 1);
     struct Row { unsigned label; const wchar_t* value; };
     const Row rows[] = {
         {IDS_ROW_MODEL, L"FNK-600"}, {IDS_ROW_ID, L"FN6K2M7Q4T"}, {IDS_ROW_SERIAL_NUMBER, L"8Y4K21S0057"},
@@ -76,31 +75,32 @@ TEST_F(InfoDialog, EveryRowWithItsValue) {
 }
 
 TEST_F(InfoDialog, ButtonsFollowTheReadingAndTheLink) {
-    rcvsim::SimOptions options;
-    options.faults.latencyMs = 20;   // the reading lasts long enough to be seen
-    SimLink link(SimLink::Over::Tcp, options);
+    SimLink link(SimLink::Over::Tcp);
     CReceiverInfoDlg dlg(link.Receiver(), nullptr);
-    bool sawBusy = false;
-    bool dropped = false;
-    Drive(dlg, [&] {
-        if (!Idle(dlg)) {
-            sawBusy = true;
-            EXPECT_FALSE(dlg.IsRefreshEnabled());
-            EXPECT_FALSE(dlg.IsSaveEnabled());
-            return false;
-        }
-        if (!dropped) {
-            EXPECT_TRUE(dlg.IsRefreshEnabled());
-            EXPECT_TRUE(dlg.IsSaveEnabled());
-            link.sim->DropLinks();   // the receiver goes away: its event 7 disables Refresh
-            dropped = true;
-            return false;
-        }
-        return !dlg.IsRefreshEnabled();
+    auto* list = dlg.findChild<QTreeWidget*>();
+    int rowsSeenBusy = 0;
+    QObject::connect(list->model(), &QAbstractItemModel::rowsInserted, &dlg, [&] {
+        if (Idle(dlg)) return;
+        ++rowsSeenBusy;
+        EXPECT_FALSE(dlg.IsRefreshEnabled());
+        EXPECT_FALSE(dlg.IsSaveEnabled());
     });
-    EXPECT_TRUE(sawBusy);
+    // Refresh turns off when the receiver goes away (its event 7); the dialog then closes.
+    std::vector<std::unique_ptr<fenktest::CEventTrigger>> disabled;
+    for (QPushButton* button : dlg.findChildren<QPushButton*>())
+        disabled.push_back(std::make_unique<fenktest::CEventTrigger>(button, QEvent::EnabledChange, [&] {
+            if (!dlg.IsRefreshEnabled() && Idle(dlg)) dlg.EndDialog(1);
+        }));
+    RunWhenIdle(dlg, [&] {
+        EXPECT_TRUE(dlg.IsRefreshEnabled());
+        EXPECT_TRUE(dlg.IsSaveEnabled());
+        link.sim->DropLinks();
+        return false;
+    });
+    EXPECT_GT(rowsSeenBusy, 0);
     EXPECT_FALSE(dlg.IsRefreshEnabled());
     EXPECT_TRUE(dlg.IsSaveEnabled());
+    EXPECT_NE(dlg.RowValue(0).find(L"last read"), std::wstring::npos) << "values read before the loss are marked stale";
 
     // A window opened on the dead link cannot subscribe: error box, then result 3.
     const uikit::CMessageBoxResponder boxes;
@@ -117,33 +117,36 @@ TEST_F(InfoDialog, ClosingDuringTheReadingStopsIt) {
     int rowsAtClose = -1;
     {
         CReceiverInfoDlg dlg(link.Receiver(), nullptr);
-        Drive(dlg, [&] {
-            if (dlg.RowCount() < 2) return false;
-            rowsAtClose = dlg.RowCount();
-            return true;
+        auto* list = dlg.findChild<QTreeWidget*>();
+        QObject::connect(list->model(), &QAbstractItemModel::rowsInserted, &dlg, [&] {
+            if (dlg.RowCount() == 2 && rowsAtClose < 0) {
+                rowsAtClose = 2;
+                dlg.EndDialog(1);
+            }
         });
+        fenktest::EndAfterMinute(&dlg, [&] { dlg.EndDialog(2); });
+        dlg.DoModal();
         EXPECT_FALSE(dlg.IsWorkerRunning());
-        EXPECT_EQ(dlg.RowCount(), rowsAtClose) << "no row after the close";
         QCoreApplication::sendPostedEvents(&dlg);   // messages posted before the close are dropped
-        EXPECT_EQ(dlg.RowCount(), rowsAtClose);
+        EXPECT_EQ(dlg.RowCount(), rowsAtClose) << "no row after the close";
     }
-    EXPECT_GE(rowsAtClose, 2);
-    EXPECT_LT(rowsAtClose, 23);
+    EXPECT_EQ(rowsAtClose, 2);
 }
 
-TEST_F(InfoDialog, ASlowRowAndASilentRow) {
+TEST_F(InfoDialog, FailedRowsSayWhyAndTheReadingGoesOn) {
     rcvsim::SimOptions options;
     options.faults.latencyMs = 300;
     options.faults.latencyPath = "rcv/sn";
-    options.faults.silentPaths = {"rcv/vendor"};
+    options.faults.silentPaths = {"rcv/id"};
     SimLink link(SimLink::Over::Pty, options, 921600);   // a fast line keeps the time-out near 5 s
     CReceiverInfoDlg dlg(link.Receiver(), nullptr);
-    Drive(dlg, [&] { return Idle(dlg); });
+    RunWhenIdle(dlg, [] { return true; });
     ASSERT_EQ(dlg.RowCount(), 23);
     EXPECT_EQ(dlg.RowValue(2), L"8Y4K21S0057") << "the slow row";
-    EXPECT_NE(dlg.RowValue(9).find(L"Not read"), std::wstring::npos) << "the silent row says why";
-    EXPECT_NE(dlg.RowValue(9).find(L"timeout"), std::wstring::npos);
+    EXPECT_NE(dlg.RowValue(1).find(L"Not read"), std::wstring::npos) << "the silent row says why";
+    EXPECT_NE(dlg.RowValue(1).find(L"timeout"), std::wstring::npos);
     EXPECT_EQ(dlg.RowValue(11), L"396") << "reading went on after it";
+    EXPECT_EQ(dlg.DefaultFileName(), L"info.txt") << "an Id that was not read names no file";
 }
 
 TEST_F(InfoDialog, SaveToFileWritesTheHeaderAndTheListingsAsUtf8) {
@@ -161,29 +164,30 @@ TEST_F(InfoDialog, SaveToFileWritesTheHeaderAndTheListingsAsUtf8) {
     });
     CReceiverInfoDlg dlg(link.Receiver(), nullptr);
     bool saving = false;
-    Drive(dlg, [&] {
-        if (!Idle(dlg)) return false;
-        if (!saving) {
-            saving = true;
-            dlg.OnSaveToFile();
-            return false;
-        }
-        return true;
+    RunWhenIdle(dlg, [&] {
+        if (saving) return true;
+        saving = true;
+        dlg.OnSaveToFile();
+        return false;
     });
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll();
+    // Locale 1033's short date and time, then nothing else on the line.
     const QRegularExpression header(QStringLiteral(
-        "^// Created by Lyn Utility, Version 2\\.3 \\[September 9, 2011\\]\r\n// \\d{1,2}/\\d{1,2}/\\d{2,4} \\d{1,2}:\\d{2}:\\d{2} [AP]M.*\r\n\r\n"));
-    EXPECT_TRUE(header.match(QString::fromUtf8(bytes)).hasMatch()) << bytes.left(120).toStdString();
+        "^// Created by Lyn Utility, Version 2\\.3 \\[September 9, 2011\\]\r\n// \\d{1,2}/\\d{1,2}/\\d{4} \\d{1,2}:\\d{2}:\\d{2} [AP]M\r\n\r\n"));
+    const QRegularExpressionMatch match = header.match(QString::fromUtf8(bytes));
+    ASSERT_TRUE(match.hasMatch()) << bytes.left(120).toStdString();
     devio::CVokReceiverMate mate(link.Receiver());
     const ustring body = mate.ExecuteCommand(L"print,/par:on", false, 60000) + L"\r\n" +
                          mate.ExecuteCommand(L"print,/dev/blk/a&blocks:on") + L"\r\n" + mate.ExecuteCommand(L"print,/dev/blk/a&block_size:on");
-    EXPECT_TRUE(bytes.endsWith(QByteArray::fromStdString(body.ToUtf8()))) << "the three replies, joined by CR LF";
+    EXPECT_EQ(bytes.mid(match.captured(0).toUtf8().size()), QByteArray::fromStdString(body.ToUtf8()))
+        << "the three replies joined by CR LF, nothing else";
     EXPECT_TRUE(bytes.contains("Rover \xc2\xb0 S\xc3\xbc" "d")) << "UTF-8";
-    const QSettings store(QSettings::NativeFormat, QSettings::UserScope, QCoreApplication::organizationName().isEmpty() ? QStringLiteral("Fenk") : QCoreApplication::organizationName(),
-                          QCoreApplication::applicationName().isEmpty() ? QStringLiteral("FenkLib") : QCoreApplication::applicationName());
-    EXPECT_EQ(store.value(QStringLiteral("private/CReceiverInfoDlg/InfoPath")).toString(), folder.path()) << "the folder is remembered";
+    EXPECT_NE(dlg.StatusText().find(L"saved.txt"), std::wstring::npos) << "the dialog says where it saved";
+    ustring remembered;
+    basekit::RegGetValue(basekit::HKEY_CURRENT_USER, basekit::RegGetDefaultKeyName(L"private\\CReceiverInfoDlg"), L"InfoPath", remembered);
+    EXPECT_EQ(remembered.ToQString(), folder.path()) << "the folder is remembered";
 }
 
 TEST_F(InfoDialog, ALongSaveCanBeCancelled) {
@@ -196,26 +200,16 @@ TEST_F(InfoDialog, ALongSaveCanBeCancelled) {
     uikit::CFileDialogResponder files([&](const uikit::FileDialogRequest&) { return ustring::FromQString(path); });
     const uikit::CMessageBoxResponder boxes;
     CReceiverInfoDlg dlg(link.Receiver(), nullptr);
-    enum { Reading, Saving, Cancelled } phase = Reading;
-    Drive(dlg, [&] {
-        switch (phase) {
-            case Reading:
-                if (!Idle(dlg)) return false;
-                dlg.OnSaveToFile();
-                phase = Saving;
-                return false;
-            case Saving:
-                EXPECT_FALSE(Idle(dlg)) << "saving shows as work in progress";
-                dlg.OnCancelWork();
-                phase = Cancelled;
-                return false;
-            case Cancelled:
-                return Idle(dlg);
-        }
-        return true;
+    bool cancelled = false;
+    RunWhenIdle(dlg, [&] {
+        if (cancelled) return true;
+        dlg.OnSaveToFile();
+        EXPECT_FALSE(Idle(dlg)) << "saving shows as work in progress";
+        dlg.OnCancelWork();
+        cancelled = true;
+        return false;
     });
-    EXPECT_EQ(phase, Cancelled);
-    EXPECT_TRUE(Idle(dlg));
+    EXPECT_TRUE(cancelled);
     EXPECT_FALSE(QFile::exists(path)) << "nothing is written";
     EXPECT_TRUE(boxes.Requests().empty()) << "a cancel is not an error";
     EXPECT_TRUE(dlg.IsSaveEnabled());

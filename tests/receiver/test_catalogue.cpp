@@ -24,6 +24,30 @@ struct CatalogueTest : ::testing::Test {
     }
 };
 
+// An answer no table knows reads as that getter's own default, as the receiver's firmware
+// documents it for each setting.
+TEST_F(CatalogueTest, UnknownKeywordsReadAsEachTablesDefault) {
+    rx->Otherwise(CScriptedReceiver::Reply(L"bogus"));
+    struct Case { const char* legend; int got; int want; };
+    const Case cases[] = {
+        {"DION mode: off", mate.Get(par::PosDionMode), 0},
+        {"RTK dynamics: static", mate.Get(par::PosRtkDynamic), 0},
+        {"ambiguity fixing: medium", mate.Get(par::PosPdAflevel), 1},
+        {"position computation: sp", mate.Get(par::PosModeCur), 0},
+        {"antenna input: auto", mate.Get(par::AntennaInput), 2},
+        {"anti-jamming: auto", mate.Get(par::AjmMode), 4},
+        {"button dynamics: static", mate.Get(par::ButtonDyn), 0},
+        {"port rate: 115200", mate.Get(par::PortRate, vok::DEV_SER_A), 9},
+        {"byte size: 8", mate.Get(par::PortBits, vok::DEV_SER_A), 3},
+        {"parity: N", mate.Get(par::PortParity, vok::DEV_SER_A), 0},
+        {"stop bits: 1", mate.Get(par::PortStops, vok::DEV_SER_A), 0},
+        {"RTS/CTS: off", mate.Get(par::PortRtsCts, vok::DEV_SER_A), 0},
+        {"input mode: none", mate.Get(par::PortIMode, vok::DEV_SER_A), 0},
+        {"ionospheric corrections: a word reads as 0", mate.Get(par::WaasIon, 1), 0},
+    };
+    for (const auto& c : cases) EXPECT_EQ(c.got, c.want) << c.legend;
+}
+
 TEST_F(CatalogueTest, GettersSendTheirTextAndConvert) {
     using vok::DEV_SER_B;
     EXPECT_EQ(Exchange(L"print,rcv/model", L" FNK-600 \r", [&] { return mate.Get(par::RcvModel); }), L"FNK-600 \r")

@@ -144,6 +144,34 @@ TEST(CommandChannel, GuardedOperations) {
     }
 }
 
+// The channel is given the same time-out the mate waits for; a silent receiver makes the channel
+// give up at it, so a wrong value here would hang a dialog for that long.
+TEST(CommandChannel, FixedTimeOutsReachTheChannel) {
+    struct Case {
+        const char* legend;
+        std::function<void(CVokReceiverMate&)> run;
+        const wchar_t* command;
+        unsigned timeoutMs;
+    };
+    const Case cases[] = {
+        {"reset gives up after 1 ms", [](auto& m) { m.ResetReceiver(); }, L"set,reset,yes", 1},
+        {"disabling a port's messages", [](auto& m) { m.DisableMessages(devio::vok::DEV_SER_A); }, L"dm,/dev/ser/a", 20000},
+        {"the antenna database list", [](auto& m) { m.ListAntennaIds(); }, L"list,/par/antdb/ids/id", 60000},
+        {"any other command at rate 0", [](auto& m) { m.Get(par::RcvModel); }, L"print,rcv/model", 5000},
+    };
+    for (const auto& c : cases) {
+        const auto rx = MakeReceiver(0);
+        rx->Otherwise(CScriptedReceiver::Reply(L""));
+        rx->On(L"set,reset,yes", CScriptedReceiver::Silence());
+        CVokReceiverMate mate(CSmartPtr<IReceiver>(rx.Get()));
+        EXPECT_NO_THROW(c.run(mate)) << c.legend;
+        const auto sent = rx->Sent();
+        const auto at = std::find(sent.begin(), sent.end(), basekit::ustring(c.command));
+        ASSERT_NE(at, sent.end()) << c.legend;
+        EXPECT_EQ(rx->Timeouts()[static_cast<size_t>(at - sent.begin())], c.timeoutMs) << c.legend;
+    }
+}
+
 TEST(CommandChannel, InitRejectedOtherwisePassesTheError) {
     const auto rx = MakeReceiver();
     rx->On(L"print,/cur/term", CScriptedReceiver::Reply(L"dev/ser/a"));

@@ -28,30 +28,36 @@ void CScriptedReceiver::RaiseEvent(unsigned event) {
 
 devio::CommandId CScriptedReceiver::IssueCommand(const ustring& command, bool sendFlag,
                                                  const CSmartPtr<devio::CCommandReply>& reply,
-                                                 const CSmartPtr<devio::INotice>& notice, unsigned, bool sendOption) {
+                                                 const CSmartPtr<devio::INotice>& notice, unsigned timeoutMs, bool sendOption) {
     Step step;
     devio::CommandId id = 0;
     {
         const std::lock_guard lock(m_mutex);
         m_sent.push_back(command);
         m_flags.emplace_back(sendFlag, sendOption);
+        m_timeouts.push_back(timeoutMs);
         const auto it = m_script.find(command);
         step = it == m_script.end() ? m_default : it->second;
         id = m_next++;
         m_pending[id] = {reply, notice};
     }
     if (!sendFlag) step = Reply(L"");
-    if (step.kind == Kind::Silence) return id;
-    if (step.delayMs == 0) {
-        Finish(id, step);
-        return id;
-    }
+    // A silent receiver leaves the channel to give up at the time-out it was given.
+    if (step.kind == Kind::Silence) FinishLater(id, TimedOut(), timeoutMs);
+    else if (step.delayMs == 0) Finish(id, step);
+    else FinishLater(id, step, static_cast<unsigned>(step.delayMs));
+    return id;
+}
+
+void CScriptedReceiver::FinishLater(devio::CommandId id, const Step& step, unsigned delayMs) {
     const std::lock_guard lock(m_mutex);
-    m_threads.emplace_back([this, id, step] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(step.delayMs));
+    m_threads.emplace_back([this, id, step, delayMs] {
+        {
+            std::unique_lock lock(m_mutex);
+            if (m_wake.wait_for(lock, std::chrono::milliseconds(delayMs), [this] { return m_closing; })) return;
+        }
         Finish(id, step);
     });
-    return id;
 }
 
 void CScriptedReceiver::Finish(devio::CommandId id, const Step& step) {

@@ -2,6 +2,7 @@
 // A receiver whose answers are scripted: command seen -> reply, error reply, silence or a lost
 // link, optionally after a delay. It records what was sent, cancelled and subscribed.
 #include <chrono>
+#include <condition_variable>
 #include <map>
 #include <mutex>
 #include <thread>
@@ -40,6 +41,11 @@ public:
             rate < 0 ? devio::PortNetwork : devio::PortSerial, L"scripted", std::move(props), L"scripted:"));
     }
     ~CScriptedReceiver() override {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_closing = true;
+        }
+        m_wake.notify_all();
         for (auto& t : m_threads) t.join();
     }
 
@@ -67,6 +73,11 @@ public:
     size_t Cancels() const {
         const std::lock_guard lock(m_mutex);
         return m_cancels;
+    }
+    // The time-out the channel was given with each command, in the order sent.
+    std::vector<unsigned> Timeouts() const {
+        const std::lock_guard lock(m_mutex);
+        return m_timeouts;
     }
     std::vector<std::pair<bool, bool>> Flags() const {
         const std::lock_guard lock(m_mutex);
@@ -113,6 +124,8 @@ public:
 
 private:
     void Finish(devio::CommandId id, const Step& step);
+    // Finishes the command after delayMs unless the receiver is destroyed first.
+    void FinishLater(devio::CommandId id, const Step& step, unsigned delayMs);
 
     mutable std::mutex m_mutex;
     CSmartPtr<devio::IPortAddr> m_address;
@@ -124,7 +137,10 @@ private:
     std::map<devio::CommandId, std::pair<CSmartPtr<devio::CCommandReply>, CSmartPtr<devio::INotice>>> m_pending;
     devio::CommandId m_next = 1;
     size_t m_cancels = 0;
+    std::vector<unsigned> m_timeouts;
     std::vector<std::thread> m_threads;
+    std::condition_variable m_wake;
+    bool m_closing = false;
 };
 
 }  // namespace fenktest
