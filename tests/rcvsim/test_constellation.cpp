@@ -65,34 +65,22 @@ TEST(Constellation, SixToFourteenGpsSatellitesAboveMidLatitudeSitesAllDay) {
         }
 }
 
-TEST(Constellation, EverySystemIsPresentAndSbasStaysPut) {
+TEST(Constellation, EverySystemIsPresentGpsMovesAndSbasStaysPut) {
     const Constellation sky;
     const Geodetic site{55.75, 37.62, 150};
-    const auto now = sky.Visible(site, kT0, 0), later = sky.Visible(site, kT0 + 3600, 0);
+    const auto now = sky.Visible(site, kT0, 0), later = sky.Visible(site, kT0 + 300, 0);
     EXPECT_GT(Count(now, GnssSystem::Glonass), 3);
     EXPECT_GT(Count(now, GnssSystem::Sbas), 0);
-    for (const auto& a : now) {
-        if (a.sat->system != GnssSystem::Sbas) continue;
-        for (const auto& b : later) {
-            if (b.sat == a.sat) {
-                EXPECT_NEAR(a.elevation, b.elevation, 1e-6) << "geostationary";
-            }
-        }
-    }
-}
-
-TEST(Constellation, ElevationsChangeOverMinutesButNotWildly) {
-    const Constellation sky;
-    const Geodetic site{47.0, 8.0, 500};
-    const auto a = sky.Visible(site, kT0, 0), b = sky.Visible(site, kT0 + 300, 0);
     int moved = 0;
-    for (const auto& x : a)
-        for (const auto& y : b)
-            if (x.sat == y.sat && x.sat->system == GnssSystem::Gps) {
-                const double d = std::abs(x.elevation - y.elevation);
-                EXPECT_LT(d, 5.0) << "a GPS satellite moves under a degree a minute";
-                moved += d > 0.05 ? 1 : 0;
-            }
+    for (const auto& a : now)
+        for (const auto& b : later) {
+            if (b.sat != a.sat) continue;
+            const double d = std::abs(a.elevation - b.elevation);
+            if (a.sat->system == GnssSystem::Sbas) EXPECT_NEAR(d, 0, 1e-6) << "geostationary";
+            if (a.sat->system != GnssSystem::Gps) continue;
+            EXPECT_LT(d, 5.0) << "a GPS satellite moves under a degree a minute";
+            moved += d > 0.05 ? 1 : 0;
+        }
     EXPECT_GT(moved, 3);
 }
 
