@@ -181,27 +181,22 @@ TEST(PropertySheet, SecondRunInitialisesPagesAgain) {
     EXPECT_EQ(journal, expected);
 }
 
-TEST(PropertySheet, PageDestroyedBeforeTheSheetLeavesIt) {
+TEST(PropertySheet, APageAndItsSheetMayEndInEitherOrder) {
     Journal journal;
-    CResizablePropertySheet sheet(nullptr, L"Probe");
-    {
-        ProbePage page(journal, "short");
-        sheet.AddPage(&page);
-        EXPECT_EQ(sheet.GetPageCount(), 1);
-    }
-    EXPECT_EQ(sheet.GetPageCount(), 0);
-    EXPECT_EQ(sheet.GetTabControl()->count(), 0);
-}
-
-TEST(PropertySheet, PageOutlivingTheSheetIsNotDeletedByIt) {
-    Journal journal;
-    ProbePage page(journal, "long");
+    ProbePage longLived(journal, "long");
     {
         CResizablePropertySheet sheet(nullptr, L"Probe");
-        sheet.AddPage(&page);
+        sheet.AddPage(&longLived);
+        {
+            ProbePage shortLived(journal, "short");
+            sheet.AddPage(&shortLived);
+            EXPECT_EQ(sheet.GetPageCount(), 2);
+        }
+        EXPECT_EQ(sheet.GetPageCount(), 1) << "a page destroyed first leaves the sheet";
+        EXPECT_EQ(sheet.GetTabControl()->count(), 1);
     }
-    EXPECT_EQ(page.GetSheet(), nullptr);
-    EXPECT_EQ(page.parent(), nullptr);
+    EXPECT_EQ(longLived.GetSheet(), nullptr) << "a page outliving the sheet is not deleted by it";
+    EXPECT_EQ(longLived.parent(), nullptr);
 }
 
 }  // namespace
