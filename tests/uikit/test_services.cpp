@@ -25,20 +25,14 @@ TEST(MessageBox, ResponderSeesTheRequestAndAnswers) {
         return (r.flags & MB_TYPEMASK) == MB_YESNO ? IDYES : IDOK;
     });
     EXPECT_EQ(CMessageBoxService::Show(nullptr, L"Stop logging?", L"Status", MB_YESNO | MB_ICONQUESTION), IDYES);
+    CMessageBoxService::ReportError(nullptr, basekit::CStdException(L"Receiver reported an error."));
     const auto requests = responder.Requests();
-    ASSERT_EQ(requests.size(), 1u);
+    ASSERT_EQ(requests.size(), 2u);
     EXPECT_EQ(requests[0].text, L"Stop logging?");
     EXPECT_EQ(requests[0].caption, L"Status");
     EXPECT_EQ(requests[0].flags, unsigned{MB_YESNO | MB_ICONQUESTION});
-}
-
-TEST(MessageBox, ReportErrorShowsTheExceptionsMessageWithTheErrorIcon) {
-    CMessageBoxResponder responder;
-    CMessageBoxService::ReportError(nullptr, basekit::CStdException(L"Receiver reported an error."));
-    const auto requests = responder.Requests();
-    ASSERT_EQ(requests.size(), 1u);
-    EXPECT_EQ(requests[0].text, L"Receiver reported an error.");
-    EXPECT_EQ(requests[0].flags & MB_ICONMASK, unsigned{MB_ICONERROR});
+    EXPECT_EQ(requests[1].text, L"Receiver reported an error.") << "an error shows the exception's message";
+    EXPECT_EQ(requests[1].flags & MB_ICONMASK, unsigned{MB_ICONERROR});
 }
 
 TEST(MessageBox, GuardsNestAndRestoreTheOuterResponder) {
