@@ -26,8 +26,6 @@ const PrintRow kPrintRows[] = {
     {"pwr/bat/a", R"(-?\d+\.\d+)", "real"},
     {"/ext/bt/power", kOnOff, "on/off"},
     {"pos/rtk/dynamic", "static|kinematic|stopandgo", "keyword"},
-    {"waas/2/ion", "[012]", "numeric keyword"},
-    {"raw/corr/ca/code", kOnOff, "multipath correction reads as on/off"},
     {"/ext/bt/bdaddr", R"(([0-9A-F]{2}:){5}[0-9A-F]{2})", "bluetooth address"},
     {"pwr/switch:on", R"(\{(\d+=(on|off|auto),?)+\})", "all switches as a list"},
     {"log/imp", R"(\{[yn],[yn]\})", "two flags scanned with {%c,%c}"},
