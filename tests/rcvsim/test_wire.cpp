@@ -36,6 +36,7 @@ const FrameRow kDocFrames[] = {
 
 TEST(WireDoc, FramesMatchTheDocumentByteForByte) {
     const std::string doc = ReadDoc();
+    ASSERT_FALSE(doc.empty()) << "tests run from the repository root";
     for (const auto& row : kDocFrames) {
         const std::string made = Frame::Make(row.kind, row.id, row.status, row.payload);
         EXPECT_EQ(made, row.frame) << row.legend;
