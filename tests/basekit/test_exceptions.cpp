@@ -18,7 +18,6 @@ TEST(Exceptions, ReadableTexts) {
         {"a time-out names the command and the code",
          CWinException("VokReceiverMate", 40, L"print,rcv/model", kErrorTimeout).GetMessage(),
          {L"print,rcv/model", L"timeout", L"1460"}},
-        {"a cancel", CWinException("x", 1, L"print,a", kErrorCancelled).GetMessage(), {L"canceled", L"1223"}},
         {"an internal error", CWinException("x", 1, L"UpdateBaudRate", kErrorInternal).GetMessage(),
          {L"internal", L"1359"}},
         {"an errno value reads as the system's text", CWinException("x", 1, L"open", 2).GetMessage(),

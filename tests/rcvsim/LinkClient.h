@@ -29,43 +29,31 @@ public:
         const std::string bytes = line + "\r\n";
         return ::write(fd_.Get(), bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
     }
-    // Reads for up to `limit`; false at end of stream or on error.
-    bool Pump(Ms limit) {
-        pollfd p{fd_.Get(), POLLIN, 0};
-        if (::poll(&p, 1, static_cast<int>(limit.count())) <= 0) return true;
-        char buf[8192];
-        const ssize_t n = ::read(fd_.Get(), buf, sizeof buf);
-        if (n <= 0) {
-            closed_ = true;
-            return false;
-        }
-        seen_.append(buf, static_cast<std::size_t>(n));
-        return true;
-    }
-    // The reply frame carrying `tag`, once it has fully arrived within `limit`.
-    std::optional<ParsedReply> WaitReply(const std::string& tag, Ms limit = Ms(5000)) {
+    // Reads until `done` holds, the stream ends or `limit` passes; returns `done` at the end.
+    template <class Done>
+    bool WaitUntil(Done done, Ms limit = Ms(5000)) {
         const auto end = std::chrono::steady_clock::now() + limit;
-        for (int i = 0; i < 10000 && std::chrono::steady_clock::now() < end; ++i) {
-            if (auto r = FindReply(tag)) return r;
-            if (!Pump(Ms(20))) return FindReply(tag);
+        for (int i = 0; i < 10000 && !done() && !closed_ && std::chrono::steady_clock::now() < end; ++i) {
+            pollfd p{fd_.Get(), POLLIN, 0};
+            if (::poll(&p, 1, 20) <= 0) continue;
+            char buf[8192];
+            const ssize_t n = ::read(fd_.Get(), buf, sizeof buf);
+            if (n <= 0) closed_ = true;
+            else seen_.append(buf, static_cast<std::size_t>(n));
         }
+        return done();
+    }
+    // The reply frame carrying `tag`, once it has fully arrived.
+    std::optional<ParsedReply> WaitReply(const std::string& tag) {
+        WaitUntil([&] { return FindReply(tag).has_value(); });
         return FindReply(tag);
     }
-    bool WaitFor(const std::string& text, Ms limit = Ms(5000)) {
-        const auto end = std::chrono::steady_clock::now() + limit;
-        for (int i = 0; i < 10000 && std::chrono::steady_clock::now() < end; ++i) {
-            if (seen_.find(text) != std::string::npos) return true;
-            if (!Pump(Ms(20))) break;
-        }
-        return seen_.find(text) != std::string::npos;
+    bool WaitFor(const std::string& text) {
+        return WaitUntil([&] { return seen_.find(text) != std::string::npos; });
     }
-    bool WaitClosed(Ms limit = Ms(5000)) {
-        const auto end = std::chrono::steady_clock::now() + limit;
-        for (int i = 0; i < 10000 && !closed_ && std::chrono::steady_clock::now() < end; ++i) Pump(Ms(20));
-        return closed_;
-    }
+    bool WaitClosed() { return WaitUntil([&] { return closed_; }); }
+    bool Saw(const std::string& text) const { return seen_.find(text) != std::string::npos; }
     const std::string& Seen() const { return seen_; }
-    void Forget() { seen_.clear(); }
 
 private:
     std::optional<ParsedReply> FindReply(const std::string& tag) const {

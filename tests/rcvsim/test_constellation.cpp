@@ -21,14 +21,23 @@ std::vector<std::string> Lines(const std::string& text) {
     return lines;
 }
 
-// "$body*hh\r" -> checksum valid?
+// The fields of "$body*hh", split at commas.
+std::vector<std::string> Fields(const std::string& line) {
+    std::vector<std::string> f;
+    std::stringstream body(line.substr(1, line.rfind('*') - 1));
+    for (std::string field; std::getline(body, field, ',');) f.push_back(field);
+    return f;
+}
+
+// "$body*hh\r": the exclusive-or of the body's bytes, worked out here rather than by Nmea.
 bool ChecksumValid(const std::string& line) {
-    if (line.size() < 6 || line[0] != '$' || line.back() != '\r') return false;
     const auto star = line.rfind('*');
-    if (star == std::string::npos || star + 4 != line.size()) return false;
-    unsigned want = 0;
-    if (std::sscanf(line.c_str() + star + 1, "%2X", &want) != 1) return false;
-    return Nmea::Checksum(line.substr(1, star - 1)) == want;
+    if (line.size() < 6 || line[0] != '$' || line.back() != '\r' || star + 4 != line.size()) return false;
+    unsigned char x = 0;
+    for (std::size_t i = 1; i < star; ++i) x ^= static_cast<unsigned char>(line[i]);
+    char hex[3];
+    std::snprintf(hex, sizeof hex, "%02X", x);
+    return line.compare(star + 1, 2, hex) == 0;
 }
 
 int Count(const std::vector<SatView>& views, GnssSystem sys) {
@@ -56,34 +65,22 @@ TEST(Constellation, SixToFourteenGpsSatellitesAboveMidLatitudeSitesAllDay) {
         }
 }
 
-TEST(Constellation, EverySystemIsPresentAndSbasStaysPut) {
+TEST(Constellation, EverySystemIsPresentGpsMovesAndSbasStaysPut) {
     const Constellation sky;
     const Geodetic site{55.75, 37.62, 150};
-    const auto now = sky.Visible(site, kT0, 0), later = sky.Visible(site, kT0 + 3600, 0);
+    const auto now = sky.Visible(site, kT0, 0), later = sky.Visible(site, kT0 + 300, 0);
     EXPECT_GT(Count(now, GnssSystem::Glonass), 3);
     EXPECT_GT(Count(now, GnssSystem::Sbas), 0);
-    for (const auto& a : now) {
-        if (a.sat->system != GnssSystem::Sbas) continue;
-        for (const auto& b : later) {
-            if (b.sat == a.sat) {
-                EXPECT_NEAR(a.elevation, b.elevation, 1e-6) << "geostationary";
-            }
-        }
-    }
-}
-
-TEST(Constellation, ElevationsChangeOverMinutesButNotWildly) {
-    const Constellation sky;
-    const Geodetic site{47.0, 8.0, 500};
-    const auto a = sky.Visible(site, kT0, 0), b = sky.Visible(site, kT0 + 300, 0);
     int moved = 0;
-    for (const auto& x : a)
-        for (const auto& y : b)
-            if (x.sat == y.sat && x.sat->system == GnssSystem::Gps) {
-                const double d = std::abs(x.elevation - y.elevation);
-                EXPECT_LT(d, 5.0) << "a GPS satellite moves under a degree a minute";
-                moved += d > 0.05 ? 1 : 0;
-            }
+    for (const auto& a : now)
+        for (const auto& b : later) {
+            if (b.sat != a.sat) continue;
+            const double d = std::abs(a.elevation - b.elevation);
+            if (a.sat->system == GnssSystem::Sbas) EXPECT_NEAR(d, 0, 1e-6) << "geostationary";
+            if (a.sat->system != GnssSystem::Gps) continue;
+            EXPECT_LT(d, 5.0) << "a GPS satellite moves under a degree a minute";
+            moved += d > 0.05 ? 1 : 0;
+        }
     EXPECT_GT(moved, 3);
 }
 
@@ -99,6 +96,7 @@ TEST(Constellation, ASatelliteOverheadIsAtNinetyDegrees) {
 }
 
 TEST(Nmea, EverySentenceHasAValidChecksumAndFitsTheLimit) {
+    EXPECT_EQ(Nmea::Sentence("GPGLL,4916.45,N,12311.12,W,225444,A"), "$GPGLL,4916.45,N,12311.12,W,225444,A*31\r\n");
     SimReceiver sim;
     for (int i = 0; i < 30; ++i) {
         sim.clock->Advance(97);
@@ -111,19 +109,12 @@ TEST(Nmea, EverySentenceHasAValidChecksumAndFitsTheLimit) {
     }
 }
 
-TEST(Nmea, ChecksumOfAKnownSentence) {
-    EXPECT_EQ(Nmea::Sentence("GPGLL,4916.45,N,12311.12,W,225444,A"),
-              "$GPGLL,4916.45,N,12311.12,W,225444,A*31\r\n");
-}
-
 TEST(Nmea, GsvGroupsAreConsistentAndListOnlySatellitesAboveTheHorizon) {
     SimReceiver sim;
     const Fix fix = sim.rx.CurrentFix();
     std::map<std::string, std::vector<std::vector<std::string>>> groups;
     for (const auto& line : Lines(Nmea::Gsv(fix))) {
-        std::vector<std::string> f;
-        std::stringstream body(line.substr(1, line.rfind('*') - 1));
-        for (std::string field; std::getline(body, field, ',');) f.push_back(field);
+        const auto f = Fields(line);
         groups[f[0].substr(0, 2)].push_back(f);
     }
     ASSERT_EQ(groups.size(), 3u) << "GP, GL and QZ from Moscow";
@@ -154,9 +145,7 @@ TEST(Nmea, GsaListsExactlyTheSatellitesAboveThePositionMask) {
     for (const auto& s : fix.sats)
         expected += s.elevation >= 25 && s.sat->system != GnssSystem::Sbas ? 1 : 0;
     for (const auto& line : Lines(Nmea::Gsa(fix))) {
-        std::vector<std::string> f;
-        std::stringstream body(line.substr(1, line.rfind('*') - 1));
-        for (std::string field; std::getline(body, field, ',');) f.push_back(field);
+        const auto f = Fields(line);
         ASSERT_EQ(f.size(), 19u) << line;
         for (int i = 3; i < 15; ++i) fields += f[i].empty() ? 0 : 1;
     }

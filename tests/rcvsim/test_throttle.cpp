@@ -24,7 +24,6 @@ struct LineRow {
 };
 const LineRow kLines[] = {
     {115200, 8, false, 1, 11520, "8N1: ten bits a character"},
-    {9600, 8, false, 1, 960, "8N1 slow"},
     {9600, 7, true, 2, 872.727, "7E2: eleven bits"},
     {921600, 8, true, 1, 83781.818, "8O1: eleven bits"},
 };
@@ -72,8 +71,9 @@ TEST(Throttle, ASessionSwitchesToANewRateOfItsOwnPortAfterAnswering) {
     EXPECT_DOUBLE_EQ(session.LineBytesPerSecond(), 11520);
     ASSERT_TRUE(host.Send("%1%set,dev/ser/a/rate,9600"));
     ASSERT_TRUE(host.WaitReply("1"));
-    for (int i = 0; i < 250 && session.LineBytesPerSecond() != 960; ++i) std::this_thread::sleep_for(Ms(10));
-    EXPECT_DOUBLE_EQ(session.LineBytesPerSecond(), 960);
+    // The session switches once the answer has left, with nothing to tell the host: wait on the
+    // condition itself, bounded, reading the link meanwhile.
+    EXPECT_TRUE(host.WaitUntil([&] { return session.LineBytesPerSecond() == 960; }));
 }
 
 struct ArgsRow {
@@ -86,7 +86,6 @@ const ArgsRow kArgs[] = {
     {{"--tcp", "localhost:4001", "--site", "55.75,37.62,150", "--latency", "200"}, true, "site and latency"},
     {{"--garbage", "100,32", "--drop-after", "5000", "--silence", "rcv/model"}, true, "faults"},
     {{"--tcp", "0.0.0.0:4001"}, false, "not loopback"},
-    {{"--tcp", "10.1.2.3:4001"}, false, "not loopback"},
     {{"--tcp", "127.0.0.1"}, false, "no port"},
     {{"--rate", "100000"}, false, "not a baud keyword"},
     {{"--site", "95,0,0"}, false, "latitude beyond the pole"},

@@ -16,8 +16,6 @@
 namespace rcvsim::test {
 namespace {
 
-using Ms = std::chrono::milliseconds;
-
 int ConnectLoopback(int port) {
     const int fd = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in sa{};
@@ -41,95 +39,68 @@ int OpenPty(const std::string& path) {
     return fd;
 }
 
-TEST(InProcessLink, AnswersTaggedAndUntaggedCommandsAsDevSerA) {
+TEST(InProcessLink, AnswersAsDevSerAAndRestartsWithEvent7Only) {
     RcvSim sim;
     LinkClient c(sim.OpenInProcess());
-    ASSERT_TRUE(c.Send("%1%print,rcv/model"));
-    ASSERT_TRUE(c.WaitFor("@R1,0,7:FNK-600*22A3\r\n"));
     ASSERT_TRUE(c.Send("print,/cur/term"));
     const auto term = c.WaitReply("");
-    ASSERT_TRUE(term);
+    ASSERT_TRUE(term) << "an untagged command gets an untagged reply";
     EXPECT_EQ(term->payload, "/dev/ser/a");
     ASSERT_TRUE(c.Send("%7%nonsense"));
     ASSERT_TRUE(c.WaitFor("@R7,-2,18:{2,,wrong command}*CAB4\r\n"));
-}
-
-TEST(InProcessLink, RestartSendsNoReplyButEvent7) {
-    RcvSim sim;
-    LinkClient c(sim.OpenInProcess());
     ASSERT_TRUE(c.Send("%3%set,reset,yes"));
     ASSERT_TRUE(c.WaitFor("@E7,0,0:*0000\r\n"));
-    EXPECT_EQ(c.Seen().find("@R3,"), std::string::npos);
+    ASSERT_TRUE(c.Send("%4%print,rcv/sn"));
+    ASSERT_TRUE(c.WaitReply("4"));
+    EXPECT_FALSE(c.Saw("@R3,")) << "a restarting receiver does not answer";
 }
 
-TEST(TcpLink, TaggedReplyArrivesWhileNmeaFlows) {
-    RcvSim sim;
-    const int port = sim.StartTcp("127.0.0.1", 0);
-    LinkClient c(ConnectLoopback(port));
-    ASSERT_GE(c.Fd(), 0);
-    ASSERT_TRUE(c.Send("%1%em,/cur/term,/msg/nmea/GGA:{0.100000,0.000000,0,0x0},/msg/nmea/GSV:{0.200000,0.000000,0,0x0}"));
-    ASSERT_TRUE(c.WaitReply("1"));
-    ASSERT_TRUE(c.WaitFor("$GNGGA,"));
-    ASSERT_TRUE(c.Send("%2%print,/cur/term"));
-    const auto term = c.WaitReply("2");
-    ASSERT_TRUE(term);
-    EXPECT_EQ(term->payload, "/dev/tcp/a");
-    ASSERT_TRUE(c.Send("%3%print,out/dev/tcp/a:on"));
-    const auto outs = c.WaitReply("3");
-    ASSERT_TRUE(outs);
-    EXPECT_EQ(outs->payload, "{/msg/nmea/GGA={0.10,0.00,0,0x0},/msg/nmea/GSV={0.20,0.00,0,0x0}}");
-    EXPECT_TRUE(c.WaitFor("GSV,"));
-}
-
-TEST(TcpLink, EachConnectionIsTheNextTcpPort) {
+TEST(TcpLink, EachConnectionIsTheNextTcpPortAndRepliesArriveWhileNmeaFlows) {
     RcvSim sim;
     const int port = sim.StartTcp("127.0.0.1", 0);
     LinkClient a(ConnectLoopback(port)), b(ConnectLoopback(port));
+    ASSERT_GE(a.Fd(), 0);
     ASSERT_TRUE(a.Send("%1%print,/cur/term"));
-    const auto ra = a.WaitReply("1");
     ASSERT_TRUE(b.Send("%1%print,/cur/term"));
-    const auto rb = b.WaitReply("1");
+    const auto ra = a.WaitReply("1"), rb = b.WaitReply("1");
     ASSERT_TRUE(ra && rb);
     EXPECT_NE(ra->payload, rb->payload);
-    EXPECT_TRUE(ra->payload == "/dev/tcp/a" || ra->payload == "/dev/tcp/b") << ra->payload;
-    EXPECT_TRUE(rb->payload == "/dev/tcp/a" || rb->payload == "/dev/tcp/b") << rb->payload;
+    for (const auto& r : {ra, rb}) EXPECT_TRUE(r->payload == "/dev/tcp/a" || r->payload == "/dev/tcp/b") << r->payload;
+
+    ASSERT_TRUE(a.Send("%2%em,/cur/term,/msg/nmea/GGA:{0.100000,0.000000,0,0x0}"));
+    ASSERT_TRUE(a.WaitFor("$GNGGA,"));
+    ASSERT_TRUE(a.Send("%3%print,rcv/model"));
+    const auto model = a.WaitReply("3");
+    ASSERT_TRUE(model);
+    EXPECT_EQ(model->payload, "FNK-600");
+    ASSERT_TRUE(b.Send("%4%print,rcv/sn"));
+    ASSERT_TRUE(b.WaitReply("4"));
+    EXPECT_FALSE(b.Saw("$GNGGA,")) << "output goes to the connection that asked";
 }
 
 TEST(TcpLink, RefusesToListenBeyondLoopback) {
     RcvSim sim;
     EXPECT_THROW(sim.StartTcp("0.0.0.0", 0), std::invalid_argument);
-    EXPECT_THROW(sim.StartTcp("192.168.1.10", 0), std::invalid_argument);
     EXPECT_THROW(sim.StartTcp("example.org", 0), std::invalid_argument);
     EXPECT_GT(sim.StartTcp("localhost", 0), 0);
 }
 
-TEST(PtyLink, ServesDevSerAAtTheConfiguredRate) {
+TEST(PtyLink, ServesDevSerAAtTheConfiguredRateAndMayBeReopened) {
     SimOptions options;
     options.lineRate = 57600;
     RcvSim sim(options);
     const std::string path = sim.StartPty();
     ASSERT_EQ(path.rfind("/dev/pts/", 0), 0u) << path;
-    LinkClient c(OpenPty(path));
-    ASSERT_GE(c.Fd(), 0);
-    ASSERT_TRUE(c.Send("%5%print,dev/ser/a/rate;print,/cur/term"));
-    const auto r = c.WaitReply("5");
-    ASSERT_TRUE(r);
-    EXPECT_EQ(r->payload, "57600\n/dev/ser/a");
-    ASSERT_TRUE(c.Send("%6%em,/cur/term,/msg/nmea/ZDA:{0.100000,0.000000,0,0x0}"));
-    EXPECT_TRUE(c.WaitFor("$GNZDA,"));
-}
-
-TEST(PtyLink, TheHostMayCloseAndReopenTheDevice) {
-    RcvSim sim;
-    const std::string path = sim.StartPty();
     {
         LinkClient first(OpenPty(path));
-        ASSERT_TRUE(first.Send("%1%print,rcv/sn"));
-        ASSERT_TRUE(first.WaitReply("1"));
+        ASSERT_TRUE(first.Send("%5%print,dev/ser/a/rate;print,/cur/term"));
+        const auto r = first.WaitReply("5");
+        ASSERT_TRUE(r);
+        EXPECT_EQ(r->payload, "57600\n/dev/ser/a");
     }
     LinkClient second(OpenPty(path));
-    ASSERT_TRUE(second.Send("%2%print,rcv/sn"));
-    EXPECT_TRUE(second.WaitReply("2"));
+    ASSERT_TRUE(second.Send("%6%em,/cur/term,/msg/nmea/ZDA:{0.100000,0.000000,0,0x0}"));
+    EXPECT_TRUE(second.WaitFor("$GNZDA,")) << "the host may close and reopen the device";
 }
 
 }  // namespace

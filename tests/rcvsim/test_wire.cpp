@@ -17,39 +17,6 @@ std::string ReadDoc() {
     return s.str();
 }
 
-// Lines of the doc's code blocks that the host sends: those starting with "%" or "print".
-std::vector<std::string> HostExampleLines(const std::string& doc) {
-    std::vector<std::string> lines;
-    std::istringstream in(doc);
-    bool inBlock = false;
-    for (std::string line; std::getline(in, line);) {
-        if (line.rfind("```", 0) == 0) {
-            inBlock = !inBlock;
-            continue;
-        }
-        if (inBlock && (line.rfind("%", 0) == 0 || line.rfind("print", 0) == 0) && line.find('<') == std::string::npos)
-            lines.push_back(line);
-    }
-    return lines;
-}
-
-TEST(WireDoc, HostExampleLinesParseIntoTagAndCommand) {
-    const std::string doc = ReadDoc();
-    ASSERT_FALSE(doc.empty()) << "tests run from the repository root";
-    const auto lines = HostExampleLines(doc);
-    ASSERT_GE(lines.size(), 3u);
-    for (const auto& line : lines) {
-        const auto parsed = HostLineReader::Parse(line);
-        ASSERT_TRUE(parsed) << line;
-        EXPECT_EQ(parsed->tagged, line[0] == '%') << line;
-        EXPECT_FALSE(parsed->command.empty());
-        EXPECT_EQ(parsed->command.find('%'), std::string::npos) << line;
-        if (parsed->tagged) {
-            EXPECT_EQ(line, "%" + parsed->tag + "%" + parsed->command);
-        }
-    }
-}
-
 struct FrameRow {
     char kind;
     const char* id;
@@ -69,6 +36,7 @@ const FrameRow kDocFrames[] = {
 
 TEST(WireDoc, FramesMatchTheDocumentByteForByte) {
     const std::string doc = ReadDoc();
+    ASSERT_FALSE(doc.empty()) << "tests run from the repository root";
     for (const auto& row : kDocFrames) {
         const std::string made = Frame::Make(row.kind, row.id, row.status, row.payload);
         EXPECT_EQ(made, row.frame) << row.legend;

@@ -69,8 +69,8 @@ TEST(KeypadLineEdit, IntegerKeypadHasNoPointAndHonoursTheValidator) {
     edit.setValidator(new QIntValidator(0, 86400, &edit));
     edit.show();
     OpenKeypad(edit);
-    EXPECT_EQ(edit.GetKeypad()->findChild<QToolButton*>(QStringLiteral("key_point")), nullptr);
-    EXPECT_EQ(edit.GetKeypad()->findChild<QToolButton*>(QStringLiteral("key_A")), nullptr);
+    for (const auto* absent : {"key_point", "key_A"})
+        EXPECT_EQ(edit.GetKeypad()->findChild<QToolButton*>(QString::fromLatin1(absent)), nullptr) << absent;
     Press(edit, "key_6");
     Press(edit, "key_sign");
     EXPECT_EQ(edit.text(), QStringLiteral("6")) << "a negative period is refused";
@@ -90,7 +90,6 @@ TEST(TipWindow, ShownForItsLifetime) {
         CTipWindow tip(nullptr, L"Saving Receiver Settings");
         label = tip.GetLabel();
         EXPECT_TRUE(label->isVisible());
-        EXPECT_EQ(label->text(), QStringLiteral("Saving Receiver Settings"));
     }
     EXPECT_TRUE(label.isNull()) << "the note is gone with its guard";
 }

@@ -67,42 +67,32 @@ int RunWith(ProbeDialog& dialog, std::function<void()> script) {
 
 struct EndCase {
     std::function<void(ProbeDialog&)> end;
+    bool duringInit;
     int result;
     const char* legend;
 };
 
 TEST(ResizableDialog, EveryWayOfEndingGivesItsResultAndOneOnDestroy) {
     const EndCase cases[] = {
-        {[](ProbeDialog& d) { d.EndDialog(5); }, 5, "EndDialog passes its value"},
-        {[](ProbeDialog& d) { d.accept(); }, IDOK, "OK is 1"},
-        {[](ProbeDialog& d) { d.reject(); }, IDCANCEL, "Cancel/Escape is 2, not Qt's 0"},
-        {[](ProbeDialog& d) { d.close(); }, IDCANCEL, "the window frame's close is Cancel"},
+        {[](ProbeDialog& d) { d.EndDialog(5); }, false, 5, "EndDialog passes its value"},
+        {[](ProbeDialog& d) { d.accept(); }, false, IDOK, "OK is 1"},
+        {[](ProbeDialog& d) { d.reject(); }, false, IDCANCEL, "Cancel/Escape is 2, not Qt's 0"},
+        {[](ProbeDialog& d) { d.close(); }, false, IDCANCEL, "the window frame's close is Cancel"},
+        {[](ProbeDialog& d) { d.EndDialog(3); }, true, 3, "ended during initialisation: never shown"},
     };
     for (const auto& c : cases) {
-        ProbeDialog dialog;
-        EXPECT_EQ(RunWith(dialog, [&] { c.end(dialog); }), c.result) << c.legend;
-        EXPECT_EQ(dialog.destroyed, 1) << c.legend;
-        EXPECT_TRUE(dialog.childAliveInDestroy) << c.legend << ": controls outlive OnDestroy";
-        EXPECT_FALSE(dialog.GetSafeHwnd()->IsAttached()) << c.legend;
+        int destroyed = 0;
+        {
+            ProbeDialog dialog;
+            dialog.onDestroy = [&](ProbeDialog&) { ++destroyed; };
+            if (c.duringInit) dialog.onInit = c.end;
+            EXPECT_EQ(c.duringInit ? dialog.DoModal() : RunWith(dialog, [&] { c.end(dialog); }), c.result) << c.legend;
+            EXPECT_EQ(dialog.shown, c.duringInit ? 0 : 1) << c.legend;
+            EXPECT_TRUE(dialog.childAliveInDestroy) << c.legend << ": controls outlive OnDestroy";
+            EXPECT_FALSE(dialog.GetSafeHwnd()->IsAttached()) << c.legend;
+        }
+        EXPECT_EQ(destroyed, 1) << c.legend << ": the destructor does not run OnDestroy a second time";
     }
-}
-
-TEST(ResizableDialog, EndDialogFromInitialisationReturnsWithoutShowing) {
-    ProbeDialog dialog;
-    dialog.onInit = [](ProbeDialog& d) { d.EndDialog(3); };
-    EXPECT_EQ(dialog.DoModal(), 3);
-    EXPECT_EQ(dialog.shown, 0);
-    EXPECT_EQ(dialog.destroyed, 1) << "initialisation ran, so the window ends properly";
-}
-
-TEST(ResizableDialog, DestroyedOnceWhetherOrNotItRan) {
-    int destroyedAfterRun = -1;
-    {
-        ProbeDialog dialog;
-        dialog.onDestroy = [&](ProbeDialog& d) { destroyedAfterRun = d.destroyed; };
-        RunWith(dialog, [&] { dialog.EndDialog(IDOK); });
-    }
-    EXPECT_EQ(destroyedAfterRun, 1) << "the destructor does not run OnDestroy a second time";
     ProbeDialog neverRun;
     neverRun.DestroyWindow();
     EXPECT_EQ(neverRun.destroyed, 0) << "a window never created is not destroyed";
@@ -110,17 +100,17 @@ TEST(ResizableDialog, DestroyedOnceWhetherOrNotItRan) {
 
 TEST(ResizableDialog, MessagesPostedFromAnotherThreadArriveOnTheGuiThread) {
     ProbeDialog dialog;
-    dialog.endAfterMessages = 3;
+    dialog.endAfterMessages = 2;
     std::thread poster;
     dialog.onInit = [&](ProbeDialog& d) {
         poster = std::thread([hwnd = d.GetSafeHwnd()] {
-            for (unsigned i = 0; i < 3; ++i) basekit::PostWindowMessage(hwnd, basekit::WM_USER + 2, i, -static_cast<int>(i));
+            for (unsigned i = 0; i < 2; ++i) basekit::PostWindowMessage(hwnd, basekit::WM_USER + 2, i, -static_cast<int>(i));
         });
     };
     EXPECT_EQ(dialog.DoModal(), IDOK);
     poster.join();
-    ASSERT_EQ(dialog.received.size(), 3u);
-    for (unsigned i = 0; i < 3; ++i) {
+    ASSERT_EQ(dialog.received.size(), 2u);
+    for (unsigned i = 0; i < 2; ++i) {
         EXPECT_EQ(dialog.received[i].message, 1026u);
         EXPECT_EQ(dialog.received[i].wParam, i);
         EXPECT_EQ(dialog.received[i].lParam, -static_cast<std::intptr_t>(i));

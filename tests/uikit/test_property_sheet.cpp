@@ -79,129 +79,101 @@ int RunSheet(ProbeSheet& sheet, std::function<void()> script) {
     return sheet.DoModal();
 }
 
-TEST(PropertySheet, ApplyReachesEveryInitialisedPageThenOkCloses) {
-    Journal journal;
-    ProbeSheet sheet(journal);
-    bool applyEnabledBefore = true, applyEnabledAfterEdit = false, applyEnabledAfterApply = true;
-    const int result = RunSheet(sheet, [&] {
-        applyEnabledBefore = sheet.Apply()->isEnabled();
-        sheet.ClickTab(1);
-        sheet.b.edit->setText(QStringLiteral("42"));
-        sheet.b.SetModified(true);
-        applyEnabledAfterEdit = sheet.Apply()->isEnabled();
-        sheet.Apply()->click();
-        applyEnabledAfterApply = sheet.Apply()->isEnabled();
-        sheet.Ok()->click();
-    });
-    EXPECT_EQ(result, IDOK);
-    EXPECT_FALSE(applyEnabledBefore) << "nothing modified yet";
-    EXPECT_TRUE(applyEnabledAfterEdit);
-    EXPECT_FALSE(applyEnabledAfterApply) << "applied changes are no longer pending";
-    const Journal expected = {
-        "a:init", "a:set",                         // first page shown when the sheet opens
-        "a:kill", "b:init", "b:set",               // tab switch
-        "b:kill", "a:apply=", "b:apply=42",        // Apply: current page validates, all apply
-        "b:kill", "a:apply=", "b:apply=42",        // OK: the same ...
-        "a:ok", "b:ok",                            // ... then OnOK of each page
-        "sheet:destroy", "a:destroy", "b:destroy", // the sheet's window ends before its pages'
+struct SheetCase {
+    const char* legend;
+    std::function<void(ProbeSheet&)> script;   // run inside the modal loop; nullptr: page a ends it in init
+    int result;
+    Journal journal;                           // the page protocol, in order
+};
+
+TEST(PropertySheet, PagesHearTheProtocolInOrder) {
+    const SheetCase cases[] = {
+        {"Apply reaches every initialised page, then OK closes",
+         [](ProbeSheet& sheet) {
+             EXPECT_FALSE(sheet.Apply()->isEnabled()) << "nothing modified yet";
+             sheet.ClickTab(1);
+             sheet.b.edit->setText(QStringLiteral("42"));
+             sheet.b.SetModified(true);
+             EXPECT_TRUE(sheet.Apply()->isEnabled());
+             sheet.Apply()->click();
+             EXPECT_FALSE(sheet.Apply()->isEnabled()) << "applied changes are no longer pending";
+             sheet.Ok()->click();
+         },
+         IDOK,
+         {"a:init", "a:set",                         // first page shown when the sheet opens
+          "a:kill", "b:init", "b:set",               // tab switch
+          "b:kill", "a:apply=", "b:apply=42",        // Apply: current page validates, all apply
+          "b:kill", "a:apply=", "b:apply=42",        // OK: the same ...
+          "a:ok", "b:ok",                            // ... then OnOK of each page
+          "sheet:destroy", "a:destroy", "b:destroy"}},  // the sheet's window ends before its pages'
+        {"refused validation keeps the page and the sheet",
+         [](ProbeSheet& sheet) {
+             sheet.a.refuseLeave = true;
+             sheet.ClickTab(1);
+             EXPECT_EQ(sheet.GetTabControl()->currentIndex(), 0);
+             sheet.Ok()->click();
+             EXPECT_TRUE(sheet.IsModalRunning());
+             sheet.Cancel()->click();
+         },
+         IDCANCEL,
+         {"a:init", "a:set", "a:kill",   // refused: b is never initialised
+          "a:kill",                      // OK refused before any apply
+          "a:cancel",                    // Cancel reaches initialised pages only
+          "sheet:destroy", "a:destroy"}},
+        {"refused apply shows the refusing page",
+         [](ProbeSheet& sheet) {
+             sheet.ClickTab(1);
+             sheet.a.refuseApply = true;
+             sheet.Ok()->click();
+             EXPECT_EQ(sheet.GetTabControl()->currentIndex(), 0);
+             EXPECT_EQ(sheet.GetActivePage(), &sheet.a);
+             sheet.EndDialog(IDCANCEL);
+         },
+         IDCANCEL,
+         {"a:init", "a:set", "a:kill", "b:init", "b:set",
+          "b:kill", "a:apply=",   // a refuses: b is not applied, nobody gets OnOK
+          "a:set",                // a is shown again
+          "sheet:destroy", "a:destroy", "b:destroy"}},
+        {"a page ending the sheet during initialisation shows nothing", nullptr, 3,
+         {"a:init", "a:set", "sheet:destroy", "a:destroy"}},
     };
-    EXPECT_EQ(journal, expected);
-    EXPECT_EQ(sheet.shown, 1);
+    for (const auto& c : cases) {
+        Journal journal;
+        ProbeSheet sheet(journal);
+        sheet.a.endSheetOnInit = c.script ? 0 : 3;
+        EXPECT_EQ(c.script ? RunSheet(sheet, [&] { c.script(sheet); }) : sheet.DoModal(), c.result) << c.legend;
+        EXPECT_EQ(sheet.shown, c.script ? 1 : 0) << c.legend;
+        EXPECT_EQ(journal, c.journal) << c.legend;
+    }
 }
 
-TEST(PropertySheet, RefusedValidationKeepsThePageAndTheSheet) {
-    Journal journal;
-    ProbeSheet sheet(journal);
-    int tabAfterRefusal = -1;
-    bool stillRunningAfterOk = false;
-    const int result = RunSheet(sheet, [&] {
-        sheet.a.refuseLeave = true;
-        sheet.ClickTab(1);
-        tabAfterRefusal = sheet.GetTabControl()->currentIndex();
-        sheet.Ok()->click();
-        stillRunningAfterOk = sheet.IsModalRunning();
-        sheet.Cancel()->click();
-    });
-    EXPECT_EQ(result, IDCANCEL);
-    EXPECT_EQ(tabAfterRefusal, 0);
-    EXPECT_TRUE(stillRunningAfterOk);
-    const Journal expected = {
-        "a:init", "a:set",
-        "a:kill",                   // refused: b is never initialised
-        "a:kill",                   // OK refused before any apply
-        "a:cancel",                 // Cancel reaches initialised pages only
-        "sheet:destroy", "a:destroy",
-    };
-    EXPECT_EQ(journal, expected);
-}
-
-TEST(PropertySheet, RefusedApplyShowsTheRefusingPage) {
-    Journal journal;
-    ProbeSheet sheet(journal);
-    int tabAfterOk = -1;
-    CResizablePropertyPage* activeAfterOk = nullptr;
-    const int result = RunSheet(sheet, [&] {
-        sheet.ClickTab(1);
-        sheet.a.refuseApply = true;
-        sheet.Ok()->click();
-        tabAfterOk = sheet.GetTabControl()->currentIndex();
-        activeAfterOk = sheet.GetActivePage();
-        sheet.EndDialog(IDCANCEL);
-    });
-    EXPECT_EQ(result, IDCANCEL);
-    EXPECT_EQ(tabAfterOk, 0);
-    EXPECT_EQ(activeAfterOk, &sheet.a);
-    const Journal expected = {
-        "a:init", "a:set", "a:kill", "b:init", "b:set",
-        "b:kill", "a:apply=",   // a refuses: b is not applied, nobody gets OnOK
-        "a:set",                // a is shown again
-        "sheet:destroy", "a:destroy", "b:destroy",
-    };
-    EXPECT_EQ(journal, expected);
-}
-
-TEST(PropertySheet, PageEndingTheSheetDuringInitialisationShowsNothing) {
+TEST(PropertySheet, WithoutApplyAndRunTwice) {
     Journal journal;
     ProbeSheet sheet(journal, CResizablePropertySheet::ApplyButton::Hidden);
-    sheet.a.endSheetOnInit = 3;
-    EXPECT_EQ(sheet.DoModal(), 3);
-    EXPECT_EQ(sheet.shown, 0);
     EXPECT_EQ(sheet.Apply(), nullptr) << "created without Apply";
-    const Journal expected = {"a:init", "a:set", "sheet:destroy", "a:destroy"};
-    EXPECT_EQ(journal, expected);
-}
-
-TEST(PropertySheet, SecondRunInitialisesPagesAgain) {
-    Journal journal;
-    ProbeSheet sheet(journal);
     EXPECT_EQ(RunSheet(sheet, [&] { sheet.Cancel()->click(); }), IDCANCEL);
     journal.clear();
     EXPECT_EQ(RunSheet(sheet, [&] { sheet.Ok()->click(); }), IDOK);
     const Journal expected = {"a:init", "a:set", "a:kill", "a:apply=", "a:ok", "sheet:destroy", "a:destroy"};
-    EXPECT_EQ(journal, expected);
+    EXPECT_EQ(journal, expected) << "a second run initialises its pages again";
 }
 
-TEST(PropertySheet, PageDestroyedBeforeTheSheetLeavesIt) {
+TEST(PropertySheet, APageAndItsSheetMayEndInEitherOrder) {
     Journal journal;
-    CResizablePropertySheet sheet(nullptr, L"Probe");
-    {
-        ProbePage page(journal, "short");
-        sheet.AddPage(&page);
-        EXPECT_EQ(sheet.GetPageCount(), 1);
-    }
-    EXPECT_EQ(sheet.GetPageCount(), 0);
-    EXPECT_EQ(sheet.GetTabControl()->count(), 0);
-}
-
-TEST(PropertySheet, PageOutlivingTheSheetIsNotDeletedByIt) {
-    Journal journal;
-    ProbePage page(journal, "long");
+    ProbePage longLived(journal, "long");
     {
         CResizablePropertySheet sheet(nullptr, L"Probe");
-        sheet.AddPage(&page);
+        sheet.AddPage(&longLived);
+        {
+            ProbePage shortLived(journal, "short");
+            sheet.AddPage(&shortLived);
+            EXPECT_EQ(sheet.GetPageCount(), 2);
+        }
+        EXPECT_EQ(sheet.GetPageCount(), 1) << "a page destroyed first leaves the sheet";
+        EXPECT_EQ(sheet.GetTabControl()->count(), 1);
     }
-    EXPECT_EQ(page.GetSheet(), nullptr);
-    EXPECT_EQ(page.parent(), nullptr);
+    EXPECT_EQ(longLived.GetSheet(), nullptr) << "a page outliving the sheet is not deleted by it";
+    EXPECT_EQ(longLived.parent(), nullptr);
 }
 
 }  // namespace
