@@ -6,7 +6,10 @@
 #include <QGuiApplication>
 #include <QStandardPaths>
 
+#include "fenklib/frame/CFenkGlobalSettings.h"
 #include "fenklib/frame/CFenkLibDoc.h"
+#include "fenklib/frame/LauncherConvention.h"
+#include "platform/uikit/CMessageBoxService.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/FenkResources.h"
 #include "fenklib/resources/StringIds.h"
@@ -83,4 +86,9 @@ ustring AngleText(double a, unsigned positive, unsigned negative) {
 ustring FormatGeoText(const devio::vok::POS_GEO& pos) {
     return AngleText(pos.lat, IDS_NORTH, IDS_SOUTH) + AngleText(pos.lon, IDS_EAST, IDS_WEST) +
            ustring::Format(L"%.2f%s", pos.height, LoadResString(IDS_METRES));
+}
+
+void TellStoreProblemOnce() {
+    const ustring problem = CFenkGlobalSettings::Ref().TakeStoreProblem();
+    if (!problem.empty()) uikit::CMessageBoxService::Show(nullptr, problem, {}, uikit::MB_OK | uikit::MB_ICONWARNING);
 }

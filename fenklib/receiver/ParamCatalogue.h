@@ -1,4 +1,6 @@
 #pragma once
+#include <QDateTime>
+#include <QTimeZone>
 #include <cwchar>
 
 #include "fenklib/receiver/CReceiverEnumWrapper.h"
@@ -42,6 +44,18 @@ struct Quoted {
         return reply;
     }
     static ustring Format(const Value& v) { CheckCommandArgument(v, true); return L"\"" + v + L"\""; }
+};
+// A receiver date and time ("2024/05/20 08:14:03", UTC) as a date value; invalid when the reply
+// is not one. The reply is taken as it came.
+struct Date {
+    using Value = QDateTime;
+    static constexpr bool kTrim = false;
+    static Value Parse(const ustring& reply) {
+        QDateTime t = QDateTime::fromString(reply.ToQString(), QStringLiteral("yyyy/MM/dd HH:mm:ss"));
+        t.setTimeZone(QTimeZone::utc());
+        return t;
+    }
+    static ustring Format(const Value& v) { return ustring::FromQString(v.toUTC().toString(QStringLiteral("yyyy/MM/dd HH:mm:ss"))); }
 };
 // A keyword of a table the library does not enumerate.
 struct Keyword : Text {};
@@ -177,7 +191,7 @@ inline constexpr Action RefAvgPointAdd{L"set,ref/avg/list/pnts/add,%d"};
 inline constexpr Action RefAvgPointDelete{L"set,ref/avg/list/pnts/del,%d"};
 inline constexpr Param<conv::Int> RefAvgPointId{L"ref/avg/list/pnts/%02d/id"};
 inline constexpr Param<conv::RawText> RefAvgPointName{L"ref/avg/list/pnts/%02d/name"};
-inline constexpr Param<conv::RawText> RefAvgPointDate{L"ref/avg/list/pnts/%02d/date"};
+inline constexpr Param<conv::Date> RefAvgPointDate{L"ref/avg/list/pnts/%02d/date"};
 inline constexpr Param<conv::Real> RefAvgPointDist{L"ref/avg/list/pnts/%02d/dist"};
 inline constexpr Param<conv::Bool> RefAvgPointProtect{L"ref/avg/list/pnts/%02d/protect"};
 inline constexpr Param<conv::Bool> RefAvgPointAuto{L"ref/avg/list/pnts/%02d/auto"};

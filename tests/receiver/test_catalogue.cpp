@@ -66,6 +66,9 @@ TEST_F(CatalogueTest, GettersSendTheirTextAndConvert) {
     EXPECT_EQ(Exchange(L"print,waas/2/ion", L"1", [&] { return mate.Get(par::WaasIon, 2); }), vok::IONO_1);
     EXPECT_EQ(Exchange(L"print,ref/avg/list/pnts/03/name", L" Hill ", [&] { return mate.Get(par::RefAvgPointName, 3); }),
               L" Hill ") << "stored point names are untrimmed";
+    EXPECT_EQ(Exchange(L"print,ref/avg/list/pnts/01/date", L"2024/06/02 15:40:27", [&] { return mate.Get(par::RefAvgPointDate, 1); }),
+              QDateTime(QDate(2024, 6, 2), QTime(15, 40, 27), QTimeZone::utc())) << "a stored point's date is a date value";
+    EXPECT_FALSE(Exchange(L"print,ref/avg/list/pnts/01/date", L"never", [&] { return mate.Get(par::RefAvgPointDate, 1); }).isValid());
     EXPECT_EQ(Exchange(L"print,/cur/file/a", L"/log/base0101a.jps", [&] { return mate.GetCurrentFile(L'a'); }),
               L"base0101a.jps") << "the log folder is removed";
     EXPECT_EQ(Exchange(L"print,/cur/term", L"/dev/tcp/a", [&] { return mate.GetCurrentTerminal(); }), vok::DEV_TCP_A);
