@@ -1,4 +1,5 @@
 #pragma once
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -30,5 +31,21 @@ struct SATELLITE_RECORD {
 };
 
 using SATLIST_RECORD = std::vector<SATELLITE_RECORD>;
+
+// Satellites used in the position, each counted once: a list may hold a row per signal
+// (NMEA 4.10 signal ids), and a satellite used on two signals is still one satellite.
+inline std::size_t CountUsedSatellites(const SATLIST_RECORD& list)
+{
+    std::size_t used = 0;
+    for (auto it = list.begin(); it != list.end(); ++it) {
+        if (!SATELLITE_RECORD::IsUsed(it->navStatus))
+            continue;
+        const bool seenBefore = std::any_of(list.begin(), it, [&](const SATELLITE_RECORD& s) {
+            return s.system == it->system && s.number == it->number && SATELLITE_RECORD::IsUsed(s.navStatus);
+        });
+        used += seenBefore ? 0 : 1;
+    }
+    return used;
+}
 
 }  // namespace devio

@@ -46,6 +46,9 @@ CNmeaSentence::Status CNmeaSentence::Parse(std::string_view text)
     m_address = m_talker = m_type = m_data = {};
     if (text.empty() || (text[0] != '$' && text[0] != '!'))
         return Status::Malformed;
+    // Some chipsets pad the line with NUL bytes before its end.
+    while (text.size() > 1 && text.back() == '\0')
+        text.remove_suffix(1);
     const std::size_t star = text.rfind('*');
     if (star == std::string_view::npos)
         return Status::NoChecksum;

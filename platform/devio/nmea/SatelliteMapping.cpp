@@ -52,8 +52,9 @@ SAT_ID MapSatellite(std::string_view talker, unsigned id)
         return SAT_ID{Sys::Unused, 0};
     if (Is(talker, "GL"))
         return Map(Sys::GLO, id, id > 64 ? 64 : 0);
+    // Galileo: its own 1-36, the 301+ of mixed talkers, and 101+ as some chipsets send it.
     if (Is(talker, "GA"))
-        return Map(Sys::Galileo, id, id > 300 ? 300 : 0);
+        return Map(Sys::Galileo, id, id > 300 ? 300 : (id > 100 ? 100 : 0));
     if (Is(talker, "GB", "BD"))
         return Map(Sys::BeiDou, id, id > 400 ? 400 : (id > 200 ? 200 : 0));
     if (Is(talker, "GQ", "QZ"))
