@@ -360,8 +360,10 @@ bool CNmeaDecoder::DecodeRmc()
         m_position.OfferFix(m_sink, CEpochPosition::KindRmc, fix);
     // ZDA carries the time zone and, on most receivers, a more careful date; RMC stands in
     // only until the first ZDA arrives.
-    if (s.Field(8).empty() || m_zdaSeen)
+    // Receivers that send one RMC per system say the same time more than once per epoch.
+    if (s.Field(8).empty() || m_zdaSeen || m_rmcDateEpoch == m_epochTime)
         return true;
+    m_rmcDateEpoch = m_epochTime;
     SetTime(time, record);
     m_sink.OnDateTime(record);
     return true;

@@ -74,6 +74,7 @@ private:
     std::string_view m_groupKey;          // GSV: whose group the part belongs to
     std::int32_t m_epochTime = -1;        // millisecond of day of the epoch in progress
     bool m_zdaSeen = false;
+    std::int32_t m_rmcDateEpoch = -1;     // epoch whose RMC date went out already
     std::uint32_t m_gsaSystems = 0;       // systems whose GSA the current used set holds
     bool m_lastWasGsa = false;
 };
