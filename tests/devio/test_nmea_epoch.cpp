@@ -121,6 +121,15 @@ TEST(NmeaEpochPosition, FixClaimedWithNoSatelliteIsHeld)
         ASSERT_EQ(sink.positions.size(), 1u) << row.legend;
         EXPECT_EQ(sink.positions[0].IsHeld(), row.held) << row.legend;
     }
+    // furuno_gl_ga: GNS counts 11 satellites, the same epoch's GGA claims DGPS with 00. The
+    // epoch is held whichever sentence gives the coordinates (second epoch: order known).
+    const RecordingSink furuno = DecodeLines(
+        {"GNGNS,120213.000,5957.0062,N,01100.6429,E,NDD,11,1.3,168.9,39.5,,,V",
+         "GNGGA,120213.000,5957.0062,N,01100.6429,E,2,00,1.3,168.9,M,39.5,M,,",
+         "GNGNS,120214.000,5957.0062,N,01100.6429,E,NDD,11,1.3,168.9,39.5,,,V",
+         "GNGGA,120214.000,5957.0062,N,01100.6429,E,2,00,1.3,168.9,M,39.5,M,,"});
+    ASSERT_EQ(furuno.positions.size(), 2u);
+    EXPECT_TRUE(furuno.positions[1].IsHeld());
 }
 
 TEST(NmeaEpochPosition, EpochTimeIsCarried)

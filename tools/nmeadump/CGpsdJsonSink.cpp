@@ -60,8 +60,9 @@ void CGpsdJsonSink::OnDateTime(const devio::DATETIME_RECORD& dateTime) { m_date 
 void CGpsdJsonSink::OnPosition(const devio::POSITION_RECORD& p)
 {
     const bool threeD = std::isfinite(p.height);
+    // A held position is no fix: gpsd reports mode 1 without coordinates.
     m_out.Raw(R"({"class":"TPV","device":"stdin","mode":)");
-    m_out.Int(threeD ? 3 : 2);
+    m_out.Int(p.IsHeld() ? 1 : (threeD ? 3 : 2));
     if (m_date.year != 0 && p.timeOfDay >= 0) {
         const auto ms = static_cast<unsigned>(p.timeOfDay);
         m_out.Raw(R"(,"time":")");
@@ -69,6 +70,11 @@ void CGpsdJsonSink::OnPosition(const devio::POSITION_RECORD& p)
         m_out.Char('T');
         WriteClock(m_out, ms / 3600000, ms / 60000 % 60, ms / 1000 % 60, ms % 1000);
         m_out.Raw("Z\"");
+    }
+    if (p.IsHeld()) {
+        m_out.Char('}');
+        m_out.EndLine();
+        return;
     }
     m_out.Key("lat");
     m_out.Fixed(p.lat, 9);

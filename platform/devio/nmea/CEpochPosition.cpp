@@ -20,11 +20,16 @@ void CEpochPosition::BeginEpoch(INmeaSink& sink, std::int32_t timeOfDay)
     m_fix = FIX_REPORT{};
     m_extras = POSITION_RECORD{};
     m_published = false;
+    m_heldClaim = false;
     m_timeOfDay = timeOfDay;
 }
 
 void CEpochPosition::OfferFix(INmeaSink& sink, Kind kind, const FIX_REPORT& fix)
 {
+    // A fix claimed with no satellite used is the receiver coasting on its last position;
+    // it taints the whole epoch, whichever sentence gives the coordinates.
+    if (fix.source != POSITION_RECORD::SourceNone && fix.usedKnown && fix.used == 0)
+        m_heldClaim = true;
     if (!m_published) {
         const int rank = Rank(fix);
         const int held = Rank(m_fix);
@@ -77,8 +82,7 @@ void CEpochPosition::Publish(INmeaSink& sink)
     record.source = m_fix.source;
     record.timeOfDay = m_timeOfDay;
     record.geoExtra = POSITION_RECORD::MakeExtra(m_fix.quality, m_fix.used, m_fix.hdop);
-    // Claiming a fix with no satellite used is the receiver coasting on its last position.
-    if (m_fix.usedKnown && m_fix.used == 0)
+    if (m_heldClaim)
         record.flags |= POSITION_RECORD::kHeld;
     Complete(record);
     sink.OnPosition(record);

@@ -53,6 +53,7 @@ private:
     POSITION_RECORD m_extras;             // speed, course and errors gathered so far
     std::int32_t m_timeOfDay = -1;
     bool m_published = false;
+    bool m_heldClaim = false;             // some sentence of the epoch claimed a fix with no satellite
     Kind m_lastKind = KindNone;           // the epoch's last position sentence so far
     Kind m_closingKind = KindNone;        // learned from the previous epoch
 };
