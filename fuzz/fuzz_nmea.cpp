@@ -12,11 +12,21 @@
 namespace {
 
 struct Checks : devio::ILiveDataSink {
+    std::int32_t lastPositionTime = -1;
     void OnPosition(const devio::POSITION_RECORD& p) override
     {
         FUZZ_CHECK(p.geoValid == 1);
         FUZZ_CHECK(std::fabs(p.lat) <= 90.0 && std::fabs(p.lon) <= 180.0);
         FUZZ_CHECK((p.geoExtra & 0xFFu) != 0);
+        FUZZ_CHECK(p.source >= devio::POSITION_RECORD::SourceGga && p.source <= devio::POSITION_RECORD::SourceGll);
+        FUZZ_CHECK(p.timeOfDay >= -1 && p.timeOfDay < 86401000);
+        // A height needs an altitude; a modelled separation needs one too.
+        FUZZ_CHECK(std::isnan(p.height) == std::isnan(p.altitudeMsl));
+        FUZZ_CHECK(!(p.flags & devio::POSITION_RECORD::kSeparationModelled) || std::isfinite(p.geoidSeparation));
+        FUZZ_CHECK(std::isnan(p.speed) || p.speed >= 0);
+        // One position per epoch: two in a row never carry the same epoch time.
+        FUZZ_CHECK(p.timeOfDay < 0 || p.timeOfDay != lastPositionTime);
+        lastPositionTime = p.timeOfDay;
     }
     void OnSatList(const devio::SATLIST_RECORD& list) override
     {

@@ -82,6 +82,9 @@ TEST(NmeaCaptures, GoldenCounts)
         EXPECT_EQ(n.brokenGroups, row.brokenGroups) << row.capture;
         EXPECT_EQ(n.malformed, 0u) << row.capture;
         EXPECT_EQ(r.counters.lexer.frames + r.counters.lexer.droppedFrames, 0u) << row.capture;
+        // The counters add up: every sentence the lexer cut lands in one decoder counter.
+        EXPECT_EQ(n.decoded + n.ignored + n.badChecksum + n.noChecksum + n.malformed + n.notSentence,
+                  r.counters.lexer.sentences) << row.capture;
     }
 }
 
