@@ -141,6 +141,10 @@ std::string Diff(const std::vector<std::string>& golden, const std::vector<std::
 // the capture and the tool.
 TEST(NmeadumpGolden, EveryCaptureDecodesAsItsGoldenFile)
 {
+    // Heights modelled from the EGM96 grid need Debian's proj-data.
+    const bool gridInstalled = std::ifstream("/usr/share/proj/egm96_15.gtx").good()
+        || std::ifstream("/usr/share/proj/us_nga_egm96_15.tif").good();
+    std::string skipped;
     for (const std::string& capture : devio::test::CaptureNames()) {
         const std::string stem = capture.substr(0, capture.rfind('.'));
         std::vector<std::string> golden = ReadLines("tests/nmeadump/golden/" + stem + ".jsonl");
@@ -148,12 +152,21 @@ TEST(NmeadumpGolden, EveryCaptureDecodesAsItsGoldenFile)
         EXPECT_NE(golden.front().find(capture), std::string::npos) << "header names another capture";
         EXPECT_NE(golden.front().find("nmeadump --stats"), std::string::npos);
         golden.erase(golden.begin());
+        const bool needsGrid = std::any_of(golden.begin(), golden.end(), [](const std::string& line) {
+            return line.find("\"separationModelled\":true") != std::string::npos;
+        });
+        if (needsGrid && !gridInstalled) {
+            skipped += capture + " ";
+            continue;
+        }
         int status = 0;
         const std::vector<std::string> actual = RunNmeadump("--stats " + devio::test::CapturePath(capture), status);
         EXPECT_EQ(status, 0) << capture;
         const std::string diff = Diff(golden, actual);
         EXPECT_TRUE(diff.empty()) << capture << " diverges from its golden file:\n" << diff;
     }
+    if (!skipped.empty())
+        GTEST_SKIP() << "proj-data (EGM96 grid) is not installed, not checked: " << skipped;
 }
 
 // --gpsd writes gpsd's TPV/SKY shape: checked on sentences whose values are read off by hand.
