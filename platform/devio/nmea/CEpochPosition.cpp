@@ -65,7 +65,9 @@ void CEpochPosition::Flush(INmeaSink& sink) { Publish(sink); }
 void CEpochPosition::Noted(INmeaSink& sink, Kind kind)
 {
     m_lastKind = kind;
-    const bool closes = m_closingKind != KindNone ? kind == m_closingKind : (kind == KindGga || kind == KindGns);
+    // Before the order is known a GGA goes out at once: it is the sentence nearly every
+    // receiver sends, and a GNS before it may yet be contradicted by it (a held fix).
+    const bool closes = m_closingKind != KindNone ? kind == m_closingKind : kind == KindGga;
     if (closes)
         Publish(sink);
 }

@@ -28,8 +28,8 @@ struct FIX_REPORT {
 //
 // When to publish: the sentence kind that closed the previous epoch's position reports closes
 // this one too, so a receiver sending GST after GGA gets both in one record without waiting
-// for the next epoch. Before any order is known a GGA or GNS goes out at once; an epoch left
-// open (its closing sentence lost) goes out when the next one begins.
+// for the next epoch. Before any order is known a GGA goes out at once; an epoch left open
+// (its closing sentence lost) goes out when the next one begins.
 class CEpochPosition {
 public:
     enum Kind : std::uint8_t { KindNone, KindGga, KindGns, KindRmc, KindGll, KindVtg, KindGst };
