@@ -1,72 +1,60 @@
 #include "tools/nmeadump/CJsonWriter.h"
 
-#include <array>
 #include <charconv>
 #include <cmath>
 
 namespace {
 
-constexpr std::size_t kWriteAt = 256 * 1024;
+constexpr std::size_t kNumberRoom = 64;   // the longest number to_chars writes here
 
 }  // namespace
 
-CJsonWriter::CJsonWriter(std::FILE* out) : m_out(out) { m_buffer.reserve(kWriteAt + 4096); }
+CJsonWriter::CJsonWriter(std::FILE* out)
+    : m_out(out), m_buffer(std::make_unique<char[]>(kSize)), m_pos(m_buffer.get()), m_end(m_buffer.get() + kSize)
+{
+}
 
 CJsonWriter::~CJsonWriter() { Flush(); }
 
-void CJsonWriter::Key(std::string_view name, bool first)
-{
-    if (!first)
-        m_buffer.push_back(',');
-    m_buffer.push_back('"');
-    m_buffer.append(name);
-    m_buffer.append("\":", 2);
-}
-
 void CJsonWriter::Int(long long value)
 {
-    std::array<char, 24> text{};
-    m_buffer.append(text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr);
+    Reserve(kNumberRoom);
+    m_pos = std::to_chars(m_pos, m_end, value).ptr;
 }
 
 void CJsonWriter::Unsigned(unsigned long long value)
 {
-    std::array<char, 24> text{};
-    m_buffer.append(text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr);
+    Reserve(kNumberRoom);
+    m_pos = std::to_chars(m_pos, m_end, value).ptr;
 }
 
 void CJsonWriter::Fixed(double value, int decimals)
 {
-    if (!std::isfinite(value)) {
-        m_buffer.append("null", 4);
+    // Values past 1e15 have no place in these records; they would not fit the room either.
+    if (!std::isfinite(value) || std::fabs(value) > 1e15) {
+        Raw("null");
         return;
     }
-    std::array<char, 64> text{};
-    const auto result = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals);
+    Reserve(kNumberRoom);
+    const auto result = std::to_chars(m_pos, m_end, value, std::chars_format::fixed, decimals);
     if (result.ec != std::errc()) {
-        m_buffer.append("null", 4);
+        Raw("null");
         return;
     }
-    m_buffer.append(text.data(), result.ptr);
-}
-
-void CJsonWriter::String(std::string_view text)
-{
-    m_buffer.push_back('"');
-    m_buffer.append(text);
-    m_buffer.push_back('"');
+    m_pos = result.ptr;
 }
 
 void CJsonWriter::EndLine()
 {
-    m_buffer.push_back('\n');
-    if (m_buffer.size() >= kWriteAt)
+    Char('\n');
+    if (static_cast<std::size_t>(m_pos - m_buffer.get()) >= kWriteAt)
         Flush();
 }
 
 void CJsonWriter::Flush()
 {
-    if (!m_buffer.empty())
-        std::fwrite(m_buffer.data(), 1, m_buffer.size(), m_out);
-    m_buffer.clear();
+    const std::size_t size = static_cast<std::size_t>(m_pos - m_buffer.get());
+    if (size > 0)
+        std::fwrite(m_buffer.get(), 1, size, m_out);
+    m_pos = m_buffer.get();
 }

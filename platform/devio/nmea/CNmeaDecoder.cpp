@@ -195,8 +195,10 @@ void CNmeaDecoder::Flush()
 
 const CNmeaDecoder::SENTENCE_ROW* CNmeaDecoder::Find(std::string_view type) const
 {
+    if (type.size() != 3)
+        return nullptr;
     for (const SENTENCE_ROW& row : kSentenceTable) {
-        if (row.type == type)
+        if (row.type[0] == type[0] && row.type[1] == type[1] && row.type[2] == type[2])
             return &row;
     }
     return nullptr;

@@ -80,17 +80,24 @@ CNmeaSentence::Status CNmeaSentence::Parse(std::string_view text)
 
 bool CNmeaSentence::Split()
 {
+    // One pass over the bytes: fields are short, so a call per field to find the comma
+    // costs more than looking at each byte here.
     m_fieldCount = 0;
-    std::string_view rest = m_data;
-    for (;;) {
+    const char* const data = m_data.data();
+    const std::size_t size = m_data.size();
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < size; ++i) {
+        if (data[i] != ',')
+            continue;
         if (m_fieldCount == kMaxFields)
             return false;
-        const std::size_t comma = rest.find(',');
-        m_fields[m_fieldCount++] = rest.substr(0, comma);
-        if (comma == std::string_view::npos)
-            return true;
-        rest.remove_prefix(comma + 1);
+        m_fields[m_fieldCount++] = std::string_view(data + start, i - start);
+        start = i + 1;
     }
+    if (m_fieldCount == kMaxFields)
+        return false;
+    m_fields[m_fieldCount++] = std::string_view(data + start, size - start);
+    return true;
 }
 
 }  // namespace devio

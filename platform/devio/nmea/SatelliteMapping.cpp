@@ -39,9 +39,15 @@ SAT_ID MapMixed(unsigned id)
     return SAT_ID{Sys::Unused, static_cast<int>(id)};
 }
 
-bool Is(std::string_view talker, std::string_view a, std::string_view b = {})
+// Talkers are two letters; compared by hand, as this runs for every satellite block.
+bool Same(std::string_view talker, const char* name)
 {
-    return talker == a || (!b.empty() && talker == b);
+    return talker.size() == 2 && talker[0] == name[0] && talker[1] == name[1];
+}
+
+bool Is(std::string_view talker, const char* a, const char* b = nullptr)
+{
+    return Same(talker, a) || (b != nullptr && Same(talker, b));
 }
 
 }  // namespace
