@@ -1,5 +1,5 @@
 // NMEA decoding throughput on a ~50 MB stream made of the shared captures repeated.
-// For scale: gpsd's gpsdecode manages about 10 MB/s on these captures on our build machines;
+// For scale: bench_nmeadump_vs_gpsdecode measures gpsd's gpsdecode on the same stream (about 6 MB/s here);
 // the live-data path aims at 100 MB/s.
 //
 //   bench_nmea_decode [--benchmark_filter=...]   (run from the repository root, or set FENK_SHARED_DIR)

@@ -17,6 +17,12 @@ struct Checks : devio::ILiveDataSink {
         FUZZ_CHECK(p.geoValid == 1);
         FUZZ_CHECK(std::fabs(p.lat) <= 90.0 && std::fabs(p.lon) <= 180.0);
         FUZZ_CHECK((p.geoExtra & 0xFFu) != 0);
+        FUZZ_CHECK(p.source >= devio::POSITION_RECORD::SourceGga && p.source <= devio::POSITION_RECORD::SourceGll);
+        FUZZ_CHECK(p.timeOfDay >= -1 && p.timeOfDay < 86401000);
+        // A height needs an altitude; a modelled separation needs one too.
+        FUZZ_CHECK(std::isnan(p.height) == std::isnan(p.altitudeMsl));
+        FUZZ_CHECK(!(p.flags & devio::POSITION_RECORD::kSeparationModelled) || std::isfinite(p.geoidSeparation));
+        FUZZ_CHECK(std::isnan(p.speed) || p.speed >= 0);
     }
     void OnSatList(const devio::SATLIST_RECORD& list) override
     {

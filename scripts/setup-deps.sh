@@ -7,6 +7,7 @@ PACKAGES=(
   qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   fonts-dejavu-core
+  libproj-dev proj-data gpsd-clients
 )
 if [ "${FENK_WITH_FUZZ:-0}" = 1 ]; then PACKAGES+=(clang); fi
 

@@ -1,4 +1,6 @@
 #pragma once
+#include <algorithm>
+#include <bitset>
 #include <cstdint>
 #include <vector>
 
@@ -30,5 +32,32 @@ struct SATELLITE_RECORD {
 };
 
 using SATLIST_RECORD = std::vector<SATELLITE_RECORD>;
+
+// Satellites used in the position, each counted once: a list may hold a row per signal
+// (NMEA 4.10 signal ids), and a satellite used on two signals is still one satellite.
+inline std::size_t CountUsedSatellites(const SATLIST_RECORD& list)
+{
+    constexpr std::size_t kSystems = 8;
+    constexpr std::size_t kNumbers = 512;
+    std::bitset<kSystems * kNumbers> seen;
+    std::size_t used = 0;
+    for (auto it = list.begin(); it != list.end(); ++it) {
+        if (!SATELLITE_RECORD::IsUsed(it->navStatus))
+            continue;
+        const bool inTable = it->system >= 0 && static_cast<std::size_t>(it->system) < kSystems && it->number >= 0
+            && static_cast<std::size_t>(it->number) < kNumbers;
+        if (inTable) {
+            const std::size_t bit = static_cast<std::size_t>(it->system) * kNumbers + static_cast<std::size_t>(it->number);
+            used += seen.test(bit) ? 0 : 1;
+            seen.set(bit);
+            continue;
+        }
+        const bool seenBefore = std::any_of(list.begin(), it, [&](const SATELLITE_RECORD& s) {
+            return s.system == it->system && s.number == it->number && SATELLITE_RECORD::IsUsed(s.navStatus);
+        });
+        used += seenBefore ? 0 : 1;
+    }
+    return used;
+}
 
 }  // namespace devio

@@ -1,14 +1,14 @@
 #pragma once
 #include <cstdio>
-#include <string>
 
 #include "platform/devio/nmea/CLiveDataDecoder.h"
 #include "platform/devio/nmea/ILiveDataSink.h"
+#include "tools/nmeadump/CJsonWriter.h"
 
-// Writes each live-data record as one JSON object per line.
+// Writes each live-data record as one JSON object per line, in the records' own terms.
 class CJsonLineSink : public devio::ILiveDataSink {
 public:
-    explicit CJsonLineSink(std::FILE* out) : m_out(out) {}
+    explicit CJsonLineSink(CJsonWriter& out) : m_out(out) {}
 
     void OnPosition(const devio::POSITION_RECORD& position) override;
     void OnSatList(const devio::SATLIST_RECORD& satellites) override;
@@ -18,8 +18,5 @@ public:
     void WriteStats(const devio::LIVEDATA_COUNTERS& counters);
 
 private:
-    void WriteLine();
-
-    std::FILE* m_out;
-    std::string m_line;                   // reused for every record
+    CJsonWriter& m_out;
 };

@@ -165,6 +165,12 @@ void CStreamLexer::ScanSentence(const char* base, std::size_t size)
             m_pos = i + 1;
             return;
         }
+        // "$$GPGGA,...": a doubled start is one sentence, not a dropped one and a new one.
+        if (base[i] == '$' && i == m_unit + 1 && base[m_unit] == '$') {
+            m_unit = i;
+            m_pos = i + 1;
+            return;  // the length limit counts from the new start
+        }
         // Another unit starts inside this one (a receiver injecting a sentence into a
         // sentence), or no line end came within the limit.
         DropSentence();

@@ -101,14 +101,67 @@ bool ParseSatelliteBlock(std::string_view talker, std::string_view id, std::stri
     return true;
 }
 
+
+// Mode indicators of RMC, GLL, VTG and GNS on the GGA quality scale; 0 is "no fix".
+unsigned QualityOfMode(char mode)
+{
+    switch (mode) {
+    case 'A': return 1;
+    case 'D': return 2;
+    case 'P': return 3;
+    case 'R': return 4;
+    case 'F': return 5;
+    case 'E': return 6;
+    case 'M': return 7;
+    case 'S': return 8;
+    default: return 0;
+    }
+}
+
+// GNS gives one mode letter per system; the best of them speaks for the fix.
+unsigned QualityOfModes(std::string_view modes)
+{
+    static constexpr std::string_view kBestFirst = "RFPDAEMS";
+    for (const char mode : kBestFirst) {
+        if (modes.find(mode) != std::string_view::npos)
+            return QualityOfMode(mode);
+    }
+    return 0;
+}
+
+constexpr double kKnot = 1852.0 / 3600.0;  // metres per second
+
+// GSA ids run from field 2 to the DOP triplet; NMEA 4.10 adds a one-digit system id after
+// it. Some receivers list more than 12 ids, so the layout is read from the end.
+struct GSA_LAYOUT {
+    std::size_t idEnd = 0;                // one past the last id field
+    std::string_view systemId;
+};
+
+GSA_LAYOUT GsaLayout(const CNmeaSentence& s)
+{
+    const std::size_t n = s.FieldCount();
+    const std::string_view last = s.Field(n - 1);
+    const bool hasSystem = n >= 18 && last.size() <= 1 && last.find('.') == std::string_view::npos;
+    return GSA_LAYOUT{n - (hasSystem ? 4 : 3), hasSystem ? last : std::string_view()};
+}
+
 }  // namespace
 
 const CNmeaDecoder::SENTENCE_ROW CNmeaDecoder::kSentenceTable[] = {
     {"GGA", 14, &CNmeaDecoder::DecodeGga},
+    {"GNS", 10, &CNmeaDecoder::DecodeGns},
+    {"GLL", 4, &CNmeaDecoder::DecodeGll},
     {"RMC", 11, &CNmeaDecoder::DecodeRmc},
+    {"VTG", 8, &CNmeaDecoder::DecodeVtg},
+    {"GST", 8, &CNmeaDecoder::DecodeGst},
     {"GSA", 17, &CNmeaDecoder::DecodeGsa},
     {"GSV", 3, &CNmeaDecoder::DecodeGsv},
     {"ZDA", 6, &CNmeaDecoder::DecodeZda},
+};
+
+const CNmeaDecoder::PROPRIETARY_ROW CNmeaDecoder::kProprietaryTable[] = {
+    {"PQGSV", "GSV", "QZ"},
 };
 
 CNmeaDecoder::CNmeaDecoder(INmeaSink& sink) : m_sink(sink) {}
@@ -134,21 +187,41 @@ void CNmeaDecoder::Decode(std::string_view text)
     }
 }
 
-void CNmeaDecoder::Flush() { m_sky.Publish(m_sink); }
+void CNmeaDecoder::Flush()
+{
+    m_position.Flush(m_sink);
+    m_sky.Publish(m_sink);
+}
 
 const CNmeaDecoder::SENTENCE_ROW* CNmeaDecoder::Find(std::string_view type) const
 {
+    if (type.size() != 3)
+        return nullptr;
     for (const SENTENCE_ROW& row : kSentenceTable) {
-        if (row.type == type)
+        if (row.type[0] == type[0] && row.type[1] == type[1] && row.type[2] == type[2])
             return &row;
     }
     return nullptr;
 }
 
+const CNmeaDecoder::SENTENCE_ROW* CNmeaDecoder::FindRow()
+{
+    m_talker = m_groupKey = m_sentence.Talker();
+    if (!m_talker.empty())
+        return Find(m_sentence.Type());
+    for (const PROPRIETARY_ROW& row : kProprietaryTable) {
+        if (row.address == m_sentence.Address()) {
+            m_talker = row.talker;
+            m_groupKey = m_sentence.Address().substr(0, 2);
+            return Find(row.type);
+        }
+    }
+    return nullptr;  // other proprietary sentences, '!' data
+}
+
 void CNmeaDecoder::DecodeGood()
 {
-    // Talker-less sentences (proprietary, '!' data) are never in the table.
-    const SENTENCE_ROW* row = m_sentence.Talker().empty() ? nullptr : Find(m_sentence.Type());
+    const SENTENCE_ROW* row = FindRow();
     const bool isGsa = row != nullptr && row->decode == &CNmeaDecoder::DecodeGsa;
     if (row == nullptr) {
         ++m_counters.ignored;
@@ -160,10 +233,23 @@ void CNmeaDecoder::DecodeGood()
     m_lastWasGsa = isGsa;
 }
 
+bool CNmeaDecoder::TakeTime(std::string_view field, bool& hasTime)
+{
+    hasTime = !field.empty();
+    if (!hasTime)
+        return true;
+    UTC_TIME time;
+    if (!ParseUtcTime(field, time))
+        return false;
+    OnEpochTime(time.MillisecondOfDay());
+    return true;
+}
+
 void CNmeaDecoder::OnEpochTime(std::int32_t millisecondOfDay)
 {
     if (millisecondOfDay == m_epochTime)
         return;
+    m_position.BeginEpoch(m_sink, millisecondOfDay);
     m_sky.Publish(m_sink);
     m_epochTime = millisecondOfDay;
 }
@@ -175,33 +261,74 @@ bool CNmeaDecoder::DecodeGga()
     if (!s.Field(0).empty() && !ParseUtcTime(s.Field(0), time))
         return false;
     const bool hasPosition = !s.Field(1).empty() || !s.Field(3).empty();
-    double lat = 0;
-    double lon = 0;
-    if (hasPosition && (!ParseLatitude(s.Field(1), s.Field(2), lat) || !ParseLongitude(s.Field(3), s.Field(4), lon)))
+    FIX_REPORT fix;
+    fix.source = POSITION_RECORD::SourceGga;
+    fix.usedKnown = true;
+    if (hasPosition && (!ParseLatitude(s.Field(1), s.Field(2), fix.lat) || !ParseLongitude(s.Field(3), s.Field(4), fix.lon)))
         return false;
-    unsigned quality = 0;
-    unsigned used = 0;
-    double hdop = -1;
-    double altitude = std::numeric_limits<double>::quiet_NaN();
-    double separation = 0;
-    if (!OptionalUnsigned(s.Field(5), quality) || !OptionalUnsigned(s.Field(6), used)
-        || !OptionalDecimal(s.Field(7), hdop) || !OptionalDecimal(s.Field(8), altitude)
-        || !OptionalDecimal(s.Field(10), separation))
+    if (!OptionalUnsigned(s.Field(5), fix.quality) || !OptionalUnsigned(s.Field(6), fix.used)
+        || !OptionalDecimal(s.Field(7), fix.hdop) || !OptionalDecimal(s.Field(8), fix.altitudeMsl)
+        || !OptionalDecimal(s.Field(10), fix.separation))
         return false;
-
-    if (!s.Field(0).empty())
-        OnEpochTime(time.MillisecondOfDay());
+    bool hasTime = false;
+    TakeTime(s.Field(0), hasTime);
+    // A GGA without time cannot be placed in an epoch: it is one by itself.
+    if (!hasTime)
+        m_position.BeginEpoch(m_sink, -1);
     // Quality 0 means the receiver has no fix; its coordinates are stale or made up.
-    if (!hasPosition || quality == 0)
-        return true;
-    POSITION_RECORD position;
-    position.geoValid = 1;
-    position.lat = lat;
-    position.lon = lon;
-    // GGA altitude is above the geoid; adding the separation gives the ellipsoidal height.
-    position.height = altitude + separation;
-    position.geoExtra = POSITION_RECORD::MakeExtra(quality, used, hdop);
-    m_sink.OnPosition(position);
+    if (!hasPosition || fix.quality == 0)
+        fix.source = POSITION_RECORD::SourceNone;
+    m_position.OfferFix(m_sink, CEpochPosition::KindGga, fix);
+    return true;
+}
+
+bool CNmeaDecoder::DecodeGns()
+{
+    const CNmeaSentence& s = m_sentence;
+    UTC_TIME time;
+    if (!s.Field(0).empty() && !ParseUtcTime(s.Field(0), time))
+        return false;
+    const bool hasPosition = !s.Field(1).empty() || !s.Field(3).empty();
+    FIX_REPORT fix;
+    fix.source = POSITION_RECORD::SourceGns;
+    fix.usedKnown = true;
+    if (hasPosition && (!ParseLatitude(s.Field(1), s.Field(2), fix.lat) || !ParseLongitude(s.Field(3), s.Field(4), fix.lon)))
+        return false;
+    if (!OptionalUnsigned(s.Field(6), fix.used) || !OptionalDecimal(s.Field(7), fix.hdop)
+        || !OptionalDecimal(s.Field(8), fix.altitudeMsl) || !OptionalDecimal(s.Field(9), fix.separation))
+        return false;
+    fix.quality = QualityOfModes(s.Field(5));
+    bool hasTime = false;
+    TakeTime(s.Field(0), hasTime);
+    if (!hasTime)
+        m_position.BeginEpoch(m_sink, -1);
+    if (!hasPosition || fix.quality == 0)
+        fix.source = POSITION_RECORD::SourceNone;
+    m_position.OfferFix(m_sink, CEpochPosition::KindGns, fix);
+    return true;
+}
+
+bool CNmeaDecoder::DecodeGll()
+{
+    const CNmeaSentence& s = m_sentence;
+    const bool hasPosition = !s.Field(0).empty() || !s.Field(2).empty();
+    FIX_REPORT fix;
+    fix.source = POSITION_RECORD::SourceGll;
+    if (hasPosition && (!ParseLatitude(s.Field(0), s.Field(1), fix.lat) || !ParseLongitude(s.Field(2), s.Field(3), fix.lon)))
+        return false;
+    UTC_TIME time;
+    if (!s.Field(4).empty() && !ParseUtcTime(s.Field(4), time))
+        return false;
+    // Status A is valid; the NMEA 2.3 mode, when present, says how.
+    const std::string_view mode = s.Field(6);
+    fix.quality = s.Field(5) == "A" ? (mode.empty() ? 1 : QualityOfMode(mode[0])) : 0;
+    bool hasTime = false;
+    TakeTime(s.Field(4), hasTime);
+    if (!hasTime)
+        m_position.BeginEpoch(m_sink, -1);
+    if (!hasPosition || fix.quality == 0)
+        fix.source = POSITION_RECORD::SourceNone;
+    m_position.OfferFix(m_sink, CEpochPosition::KindGll, fix);
     return true;
 }
 
@@ -214,38 +341,107 @@ bool CNmeaDecoder::DecodeRmc()
         return false;
     if (!s.Field(8).empty() && !ParseDate(s.Field(8), record))
         return false;
+    const bool hasPosition = !s.Field(2).empty() || !s.Field(4).empty();
+    FIX_REPORT fix;
+    fix.source = POSITION_RECORD::SourceRmc;
+    if (hasPosition && (!ParseLatitude(s.Field(2), s.Field(3), fix.lat) || !ParseLongitude(s.Field(4), s.Field(5), fix.lon)))
+        return false;
+    double knots = -1;
+    if (!OptionalDecimal(s.Field(6), knots) || !OptionalDecimal(s.Field(7), fix.course))
+        return false;
+    if (knots >= 0)
+        fix.speed = knots * kKnot;
+    const std::string_view mode = s.Field(11);
+    fix.quality = s.Field(1) == "A" ? (mode.empty() ? 1 : QualityOfMode(mode[0])) : 0;
+    if (!hasPosition || fix.quality == 0)
+        fix.source = POSITION_RECORD::SourceNone;
     if (s.Field(0).empty())
         return true;
     OnEpochTime(time.MillisecondOfDay());
+    if (fix.source != POSITION_RECORD::SourceNone)
+        m_position.OfferFix(m_sink, CEpochPosition::KindRmc, fix);
     // ZDA carries the time zone and, on most receivers, a more careful date; RMC stands in
     // only until the first ZDA arrives.
-    if (s.Field(8).empty() || m_zdaSeen)
+    // Receivers that send one RMC per system say the same time more than once per epoch.
+    if (s.Field(8).empty() || m_zdaSeen || m_rmcDateEpoch == m_epochTime)
         return true;
+    m_rmcDateEpoch = m_epochTime;
     SetTime(time, record);
     m_sink.OnDateTime(record);
     return true;
 }
 
+bool CNmeaDecoder::DecodeVtg()
+{
+    const CNmeaSentence& s = m_sentence;
+    double course = POSITION_RECORD::kUnknown;
+    double knots = -1;
+    double kmh = -1;
+    if (!OptionalDecimal(s.Field(0), course) || !OptionalDecimal(s.Field(4), knots)
+        || !OptionalDecimal(s.Field(6), kmh))
+        return false;
+    const std::string_view mode = s.Field(8);
+    if (!mode.empty() && QualityOfMode(mode[0]) == 0)
+        return true;  // "N": the receiver has no velocity
+    const double speed = kmh >= 0 ? kmh / 3.6 : (knots >= 0 ? knots * kKnot : POSITION_RECORD::kUnknown);
+    m_position.OfferVelocity(m_sink, CEpochPosition::KindVtg, speed, course);
+    return true;
+}
+
+bool CNmeaDecoder::DecodeGst()
+{
+    const CNmeaSentence& s = m_sentence;
+    double sigmaLat = POSITION_RECORD::kUnknown;
+    double sigmaLon = POSITION_RECORD::kUnknown;
+    double sigmaHeight = POSITION_RECORD::kUnknown;
+    if (!OptionalDecimal(s.Field(5), sigmaLat) || !OptionalDecimal(s.Field(6), sigmaLon)
+        || !OptionalDecimal(s.Field(7), sigmaHeight))
+        return false;
+    bool hasTime = false;
+    if (!TakeTime(s.Field(0), hasTime))
+        return false;
+    m_position.OfferErrors(m_sink, sigmaLat, sigmaLon, sigmaHeight);
+    return true;
+}
+
+void CNmeaDecoder::BeginGsa(std::int32_t system)
+{
+    // GSA in a row add up (a system with more than 12 used satellites takes two). Apart, a GSA
+    // for a system the used set already holds begins a new report, while one for another
+    // system adds to it wherever it comes in the epoch.
+    const std::uint32_t bit = 1u << (static_cast<std::uint32_t>(system) & 31u);
+    if (!m_lastWasGsa && (m_gsaSystems & bit) != 0) {
+        m_sky.BeginUsedSet();
+        m_gsaSystems = 0;
+    }
+    m_gsaSystems |= bit;
+}
+
 bool CNmeaDecoder::DecodeGsa()
 {
     const CNmeaSentence& s = m_sentence;
+    const GSA_LAYOUT layout = GsaLayout(s);
     unsigned fixMode = 0;
     unsigned systemId = 0;
-    if (!OptionalUnsigned(s.Field(1), fixMode) || !OptionalUnsigned(s.Field(17), systemId))
+    if (!OptionalUnsigned(s.Field(1), fixMode) || !OptionalUnsigned(layout.systemId, systemId))
         return false;
-    std::array<unsigned, 12> ids{};
-    for (std::size_t i = 0; i < ids.size(); ++i) {
+    std::array<unsigned, CNmeaSentence::kMaxFields> ids{};
+    const std::size_t count = layout.idEnd - 2;
+    for (std::size_t i = 0; i < count; ++i) {
         if (!OptionalUnsigned(s.Field(2 + i), ids[i]))
             return false;
     }
-    if (!m_lastWasGsa)
-        m_sky.BeginUsedSet();
+    const std::string_view talker = systemId != 0 ? TalkerOfSystemId(systemId) : m_talker;
+    // Which system the sentence speaks for: its first satellite's, else its talker's.
+    std::int32_t system = 0;
+    for (std::size_t i = 0; i < count && system == 0; ++i)
+        system = MapSatellite(talker, ids[i]).system;
+    BeginGsa(system);
     // Fix mode 1 is "no fix": some receivers still list satellites, but none is used.
-    const std::string_view talker = systemId != 0 ? TalkerOfSystemId(systemId) : s.Talker();
     if (fixMode == 1 || talker.empty())
         return true;
-    for (const unsigned id : ids)
-        m_sky.MarkUsed(MapSatellite(talker, id));
+    for (std::size_t i = 0; i < count; ++i)
+        m_sky.MarkUsed(MapSatellite(talker, ids[i]));
     return true;
 }
 
@@ -272,13 +468,13 @@ bool CNmeaDecoder::DecodeGsv()
     for (std::size_t block = 0; block < blockFields / 4; ++block) {
         const std::size_t f = 3 + block * 4;
         SATELLITE_RECORD& satellite = satellites[found];
-        if (!ParseSatelliteBlock(s.Talker(), s.Field(f), s.Field(f + 1), s.Field(f + 2), s.Field(f + 3), satellite))
+        if (!ParseSatelliteBlock(m_talker, s.Field(f), s.Field(f + 1), s.Field(f + 2), s.Field(f + 3), satellite))
             return false;
         satellite.signalId = signal;
         if (satellite.system != SATELLITE_RECORD::Unused)
             ++found;
     }
-    const GSV_GROUP* group = m_gsv.Add(s.Talker(), total, part, signal, satellites.data(), found);
+    const GSV_GROUP* group = m_gsv.Add(m_groupKey, total, part, signal, satellites.data(), found);
     if (group == nullptr)
         return true;
     if (!m_sky.CanAdd(*group))

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/devio/nmea/CEpochPosition.h"
 #include "platform/devio/nmea/CGsvAssembler.h"
 #include "platform/devio/nmea/CNmeaSentence.h"
 #include "platform/devio/nmea/CSkyView.h"
@@ -36,22 +37,45 @@ private:
     };
     static const SENTENCE_ROW kSentenceTable[];
 
+    // Proprietary sentences shaped like a standard one, for what the standard talkers lack
+    // (a chipset's QZSS satellites in "$PQGSV"): address, standard type, talker whose
+    // satellite numbering applies.
+    struct PROPRIETARY_ROW {
+        std::string_view address;
+        std::string_view type;
+        std::string_view talker;
+    };
+    static const PROPRIETARY_ROW kProprietaryTable[];
+
     const SENTENCE_ROW* Find(std::string_view type) const;
+    const SENTENCE_ROW* FindRow();
     void DecodeGood();
     bool DecodeGga();
+    bool DecodeGns();
+    bool DecodeGll();
     bool DecodeRmc();
+    bool DecodeVtg();
+    bool DecodeGst();
     bool DecodeGsa();
     bool DecodeGsv();
     bool DecodeZda();
+    // A time field: empty is no time; a time changes the epoch when it differs.
+    bool TakeTime(std::string_view field, bool& hasTime);
     void OnEpochTime(std::int32_t millisecondOfDay);
+    void BeginGsa(std::int32_t system);
 
     INmeaSink& m_sink;
     NMEA_COUNTERS m_counters;
     CNmeaSentence m_sentence;
     CGsvAssembler m_gsv;
     CSkyView m_sky;
+    CEpochPosition m_position;
+    std::string_view m_talker;            // whose numbering the sentence's satellites use
+    std::string_view m_groupKey;          // GSV: whose group the part belongs to
     std::int32_t m_epochTime = -1;        // millisecond of day of the epoch in progress
     bool m_zdaSeen = false;
+    std::int32_t m_rmcDateEpoch = -1;     // epoch whose RMC date went out already
+    std::uint32_t m_gsaSystems = 0;       // systems whose GSA the current used set holds
     bool m_lastWasGsa = false;
 };
 

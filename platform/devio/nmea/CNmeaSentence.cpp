@@ -46,6 +46,9 @@ CNmeaSentence::Status CNmeaSentence::Parse(std::string_view text)
     m_address = m_talker = m_type = m_data = {};
     if (text.empty() || (text[0] != '$' && text[0] != '!'))
         return Status::Malformed;
+    // Some chipsets pad the line with NUL bytes before its end.
+    while (text.size() > 1 && text.back() == '\0')
+        text.remove_suffix(1);
     const std::size_t star = text.rfind('*');
     if (star == std::string_view::npos)
         return Status::NoChecksum;
@@ -77,17 +80,24 @@ CNmeaSentence::Status CNmeaSentence::Parse(std::string_view text)
 
 bool CNmeaSentence::Split()
 {
+    // One pass over the bytes: fields are short, so a call per field to find the comma
+    // costs more than looking at each byte here.
     m_fieldCount = 0;
-    std::string_view rest = m_data;
-    for (;;) {
+    const char* const data = m_data.data();
+    const std::size_t size = m_data.size();
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < size; ++i) {
+        if (data[i] != ',')
+            continue;
         if (m_fieldCount == kMaxFields)
             return false;
-        const std::size_t comma = rest.find(',');
-        m_fields[m_fieldCount++] = rest.substr(0, comma);
-        if (comma == std::string_view::npos)
-            return true;
-        rest.remove_prefix(comma + 1);
+        m_fields[m_fieldCount++] = std::string_view(data + start, i - start);
+        start = i + 1;
     }
+    if (m_fieldCount == kMaxFields)
+        return false;
+    m_fields[m_fieldCount++] = std::string_view(data + start, size - start);
+    return true;
 }
 
 }  // namespace devio

@@ -39,9 +39,15 @@ SAT_ID MapMixed(unsigned id)
     return SAT_ID{Sys::Unused, static_cast<int>(id)};
 }
 
-bool Is(std::string_view talker, std::string_view a, std::string_view b = {})
+// Talkers are two letters; compared by hand, as this runs for every satellite block.
+bool Same(std::string_view talker, const char* name)
 {
-    return talker == a || (!b.empty() && talker == b);
+    return talker.size() == 2 && talker[0] == name[0] && talker[1] == name[1];
+}
+
+bool Is(std::string_view talker, const char* a, const char* b = nullptr)
+{
+    return Same(talker, a) || (b != nullptr && Same(talker, b));
 }
 
 }  // namespace
@@ -52,8 +58,9 @@ SAT_ID MapSatellite(std::string_view talker, unsigned id)
         return SAT_ID{Sys::Unused, 0};
     if (Is(talker, "GL"))
         return Map(Sys::GLO, id, id > 64 ? 64 : 0);
+    // Galileo: its own 1-36, the 301+ of mixed talkers, and 101+ as some chipsets send it.
     if (Is(talker, "GA"))
-        return Map(Sys::Galileo, id, id > 300 ? 300 : 0);
+        return Map(Sys::Galileo, id, id > 300 ? 300 : (id > 100 ? 100 : 0));
     if (Is(talker, "GB", "BD"))
         return Map(Sys::BeiDou, id, id > 400 ? 400 : (id > 200 ? 200 : 0));
     if (Is(talker, "GQ", "QZ"))
