@@ -42,8 +42,9 @@ devio::CommandId CScriptedReceiver::IssueCommand(const ustring& command, bool se
         m_pending[id] = {reply, notice};
     }
     if (!sendFlag) step = Reply(L"");
-    // A silent receiver leaves the channel to give up at the time-out it was given.
-    if (step.kind == Kind::Silence) FinishLater(id, TimedOut(), timeoutMs);
+    // A silent receiver leaves the channel to give up on its own, well after the time-out it was
+    // given: the caller's own wait for that time-out ends first and cancels the command.
+    if (step.kind == Kind::Silence) FinishLater(id, TimedOut(), 2 * timeoutMs + 100);
     else if (step.delayMs == 0) Finish(id, step);
     else FinishLater(id, step, static_cast<unsigned>(step.delayMs));
     return id;
