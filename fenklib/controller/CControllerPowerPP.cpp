@@ -17,16 +17,16 @@ constexpr unsigned kRuleIds[] = {C::IDC_RULE_CONNECT, C::IDC_RULE_DISCONNECT, C:
 
 // The rule texts differ per device, so the rows carry no caption; the page sets them.
 constexpr DLG_ITEM kItems[] = {
-    {C::IDC_POWER_GROUP, CtlKind::Group, IDS_POWER, 6, 6, 228, 56, uikit::kAnchorTopWide},
-    {C::IDC_STATE, CtlKind::Static, 0, 14, 20, 212, 18, uikit::kAnchorTopWide},
+    {C::IDC_POWER_GROUP, CtlKind::Group, IDS_POWER, 6, 6, 288, 56, uikit::kAnchorTopWide},
+    {C::IDC_STATE, CtlKind::Static, 0, 14, 20, 272, 18, uikit::kAnchorTopWide},
     {C::IDC_POWER_ON, CtlKind::Button, IDS_POWER_ON, 14, 42, 70, 14, uikit::kAnchorTopLeft},
     {C::IDC_POWER_OFF, CtlKind::Button, IDS_POWER_OFF, 90, 42, 70, 14, uikit::kAnchorTopLeft},
-    {C::IDC_RULES_GROUP, CtlKind::Group, IDS_POWER_RULES, 6, 68, 228, 72, uikit::kAnchorTopWide},
-    {C::IDC_RULE_CONNECT, CtlKind::CheckBox, 0, 14, 82, 212, 14, uikit::kAnchorTopWide},
-    {C::IDC_RULE_DISCONNECT, CtlKind::CheckBox, 0, 14, 100, 212, 14, uikit::kAnchorTopWide},
-    {C::IDC_RULE_EXIT, CtlKind::CheckBox, 0, 14, 118, 212, 14, uikit::kAnchorTopWide},
+    {C::IDC_RULES_GROUP, CtlKind::Group, IDS_POWER_RULES, 6, 68, 288, 72, uikit::kAnchorTopWide},
+    {C::IDC_RULE_CONNECT, CtlKind::CheckBox, 0, 14, 82, 272, 14, uikit::kAnchorTopWide},
+    {C::IDC_RULE_DISCONNECT, CtlKind::CheckBox, 0, 14, 100, 272, 14, uikit::kAnchorTopWide},
+    {C::IDC_RULE_EXIT, CtlKind::CheckBox, 0, 14, 118, 272, 14, uikit::kAnchorTopWide},
 };
-constexpr DLG_TEMPLATE kLayout{IDD_TOOLS_POWER, 240, 150, kItems};
+constexpr DLG_TEMPLATE kLayout{IDD_TOOLS_POWER, 300, 150, kItems};
 }  // namespace
 
 CControllerPowerPP::CControllerPowerPP(const POWER_DEVICE& device, unsigned toolName, bool backpack)
