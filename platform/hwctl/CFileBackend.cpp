@@ -9,6 +9,7 @@
 
 #include "platform/basekit/CStdException.h"
 #include "platform/basekit/ustring.h"
+#include "platform/hwctl/CIioBackend.h"
 
 namespace hwctl {
 
@@ -111,7 +112,7 @@ std::unique_ptr<IControllerBackend> CreateBackend() {
         const char* env = std::getenv("FENK_HWCTL_ROOT");
         root = env ? env : "";
     }
-    if (root.empty()) return std::make_unique<CNullBackend>();
+    if (root.empty()) return std::make_unique<CIioBackend>();
     return std::make_unique<CFileBackend>(root);
 }
 

@@ -27,7 +27,8 @@ public:
 };
 
 // The backend chosen at run time: FENK_HWCTL_ROOT names a folder for the file backend;
-// otherwise the controller is not one of the family.
+// otherwise the controller is not one of the family and its laser and compass are the
+// kernel's IIO devices, if it has any.
 std::unique_ptr<IControllerBackend> CreateBackend();
 // Tests and hosts may name the folder themselves; an empty path goes back to the environment.
 void SetBackendRoot(const std::string& root);

@@ -6,9 +6,12 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <limits>
+#include <vector>
 
 #include "platform/basekit/CStdException.h"
 #include "platform/hwctl/CFileBackend.h"
+#include "platform/hwctl/CIioBackend.h"
 
 namespace {
 
@@ -116,6 +119,46 @@ TEST(FileBackend, AbsentDevicesAndCapture) {
     hwctl::CNullBackend none;
     EXPECT_FALSE(none.HasDevice("camera"));
     EXPECT_THROW(none.ReadHeading(), basekit::CStdException);
+}
+
+}  // namespace
+
+namespace {
+
+// The kernel's IIO devices as sysfs shows them, in a folder of the test's own.
+TEST(IioBackend, ReadingsFromSysfsAttributes) {
+    struct Case {
+        const char* legend;
+        std::vector<std::pair<const char*, const char*>> files;   // under iio:device0
+        const char* device;
+        bool present;
+        double value;   // NaN: the reading fails
+    };
+    const double fails = std::numeric_limits<double>::quiet_NaN();
+    const Case cases[] = {
+        {"distance raw times scale", {{"in_distance_raw", "1234"}, {"in_distance_scale", "0.001"}}, "laser", true, 1.234},
+        {"distance with offset", {{"in_distance_raw", "100"}, {"in_distance_offset", "-20"}, {"in_distance_scale", "0.01"}}, "laser", true, 0.8},
+        {"no distance channel: no laser", {{"in_illuminance_raw", "5"}}, "laser", false, fails},
+        {"unreadable raw value", {{"in_distance_raw", "x"}}, "laser", true, fails},
+        {"heading in radians becomes degrees", {{"in_rot_from_north_magnetic_tilt_comp_raw", "1.5707963267948966"}}, "compass", true, 90},
+        {"negative rotation wraps", {{"in_rot_from_north_magnetic_tilt_comp_raw", "-1"}, {"in_rot_from_north_magnetic_tilt_comp_scale", "1.5707963267948966"}}, "compass", true, 270},
+        {"no camera through IIO", {{"in_distance_raw", "1"}}, "camera", false, fails},
+    };
+    for (const auto& c : cases) {
+        Folder f;
+        for (const auto& [name, text] : c.files) f.Put(std::string("iio:device0/") + name, text);
+        hwctl::CIioBackend backend(f.root);
+        EXPECT_EQ(backend.HasDevice(c.device), c.present) << c.legend;
+        const auto read = [&] { return std::string(c.device) == "laser" ? backend.ReadDistance() : backend.ReadHeading(); };
+        if (std::string(c.device) == "camera") {
+            EXPECT_THROW(backend.CaptureStill(f.root + "/x.jpg"), basekit::CStdException) << c.legend;
+        } else if (std::isnan(c.value)) {
+            EXPECT_THROW(read(), basekit::CStdException) << c.legend;
+        } else {
+            EXPECT_NEAR(read(), c.value, 1e-9) << c.legend;
+        }
+    }
+    EXPECT_FALSE(hwctl::CIioBackend("/nonexistent/iio").HasDevice("compass"));
 }
 
 }  // namespace
