@@ -59,7 +59,7 @@ TEST_F(CalibrationTest, GuidedRunStoresTheCorrection) {
             auto* store = dialog.Controls().Get<QPushButton>(CCompassCalibrationDlg::IDC_STORE);
             for (int i = 0; i < 4; ++i) {
                 EXPECT_FALSE(store->isEnabled()) << c.legend << " step " << i;
-                Put("compass/heading", std::to_string(c.raw[i]));   // the person turned the controller
+                Put("compass/heading", QByteArray::number(c.raw[i]).toStdString());   // the person turned the controller
                 next->click();
                 progress.push_back(dialog.Controls().Get<QProgressBar>(CCompassCalibrationDlg::IDC_PROGRESS)->value());
             }
