@@ -9,4 +9,8 @@ class QWidget;
 
 extern "C" {
 FENK_EXPORT int run_ReceiverInfoDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_SetupPS(QWidget* parent);
+FENK_EXPORT int run_ZedToolsPS(QWidget* parent);
+FENK_EXPORT int run_BackpackToolsPS(QWidget* parent);
+FENK_EXPORT int run_CompassCalibrationDlg(QWidget* parent);
 }

@@ -54,4 +54,13 @@ enum FenkDialogId : unsigned {
     // Receiver information (its layout is named "Receiver Info"; the number is the library's)
     IDD_RECEIVER_INFO = 5300,
     IDD_RECEIVER_INFO_WIDE = 5301,
+
+    // Settings and controller tools: one layout each, fit for both screens
+    IDD_SETUP_GENERAL = 5900,
+    IDD_SETUP_MODEMS = 5902,
+    IDD_TOOLS_POWER = 5904,
+    IDD_TOOLS_LASER = 5906,
+    IDD_TOOLS_CAMERA = 5908,
+    IDD_TOOLS_COMPASS = 5910,
+    IDD_COMPASS_CALIBRATION = 5912,
 };

@@ -1,15 +1,32 @@
 #include "platform/hwctl/CFileBackend.h"
 
+#include <charconv>
+#include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <mutex>
-#include <stdexcept>
+
+#include "platform/basekit/CStdException.h"
+#include "platform/basekit/ustring.h"
+#include "platform/hwctl/CIioBackend.h"
 
 namespace hwctl {
 
 namespace {
 std::mutex& RootMutex() { static std::mutex m; return m; }
 std::string& RootSlot() { static std::string root; return root; }
+
+[[noreturn]] void Fail(const std::string& text) {
+    throw basekit::CStdException(basekit::ustring::FromUtf8(text), __FILE__, __LINE__);
+}
+
+// Numbers in the files are C-locale text whatever the user's locale.
+std::string FormatNumber(double value) {
+    char buffer[32];
+    const auto [end, ec] = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, 3);
+    return ec == std::errc() ? std::string(buffer, end) : std::string("0");
+}
 }  // namespace
 
 std::string CFileBackend::Read(const std::string& name) const {
@@ -20,12 +37,64 @@ std::string CFileBackend::Read(const std::string& name) const {
     return value;
 }
 
+double CFileBackend::ReadNumber(const std::string& device, const std::string& name) const {
+    if (!HasDevice(device)) Fail("no " + device + " under " + m_root);
+    const std::string text = Read(device + "/" + name);
+    double value = 0;
+    const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (text.empty() || ec != std::errc() || end != text.data() + text.size() || !std::isfinite(value))
+        Fail("the " + device + " gave no reading (" + device + "/" + name + ": \"" + text + "\")");
+    return value;
+}
+
+void CFileBackend::Log(const std::string& action) const {
+    std::ofstream log(m_root + "/actions.log", std::ios::app);
+    log << action << "\n";
+}
+
 void CFileBackend::SetPower(const std::string& device, bool on) {
     std::ofstream state(m_root + "/" + device + "/power", std::ios::trunc);
     state << (on ? "1\n" : "0\n");
-    if (!state) throw std::runtime_error("cannot switch " + device + " power under " + m_root);
-    std::ofstream log(m_root + "/actions.log", std::ios::app);
-    log << device << (on ? " on\n" : " off\n");
+    if (!state) Fail("cannot switch " + device + " power under " + m_root);
+    Log(device + (on ? " on" : " off"));
+}
+
+bool CFileBackend::HasDevice(const std::string& device) const {
+    std::error_code ec;
+    return std::filesystem::is_directory(m_root + "/" + device, ec);
+}
+
+void CFileBackend::CaptureStill(const std::string& path) {
+    if (!HasDevice("camera")) Fail("no camera under " + m_root);
+    std::error_code ec;
+    std::filesystem::copy_file(m_root + "/camera/still", path, std::filesystem::copy_options::overwrite_existing, ec);
+    if (ec) Fail("the camera could not deliver an image to " + path + ": " + ec.message());
+    Log("camera still");
+}
+
+double CFileBackend::ReadHeading() {
+    const double heading = std::fmod(ReadNumber("compass", "heading") + HeadingCorrection(), 360.0);
+    return heading < 0 ? heading + 360.0 : heading;
+}
+
+// No correction stored yet (or an unreadable one) is no correction.
+double CFileBackend::HeadingCorrection() const {
+    const std::string stored = Read("compass/correction");
+    double correction = 0;
+    std::from_chars(stored.data(), stored.data() + stored.size(), correction);
+    return std::isfinite(correction) ? correction : 0;
+}
+
+void CFileBackend::StoreHeadingCorrection(double degrees) {
+    if (!HasDevice("compass")) Fail("no compass under " + m_root);
+    std::ofstream out(m_root + "/compass/correction", std::ios::trunc);
+    out << FormatNumber(degrees) << "\n";
+    if (!out) Fail("cannot store the compass correction under " + m_root);
+    Log("compass correction " + FormatNumber(degrees));
+}
+
+void CNullBackend::Absent(const char* device) {
+    Fail(std::string("this controller has no ") + device);
 }
 
 void SetBackendRoot(const std::string& root) {
@@ -43,7 +112,7 @@ std::unique_ptr<IControllerBackend> CreateBackend() {
         const char* env = std::getenv("FENK_HWCTL_ROOT");
         root = env ? env : "";
     }
-    if (root.empty()) return std::make_unique<CNullBackend>();
+    if (root.empty()) return std::make_unique<CIioBackend>();
     return std::make_unique<CFileBackend>(root);
 }
 

@@ -1,0 +1,34 @@
+#include "fenklib/controller/CCompassPP.h"
+
+#include <QLocale>
+#include <QPushButton>
+
+#include "fenklib/controller/CCompassCalibrationDlg.h"
+#include "fenklib/frame/LibraryHelpers.h"
+#include "fenklib/resources/DialogIds.h"
+#include "fenklib/resources/StringIds.h"
+
+namespace {
+constexpr DLG_ITEM kItems[] = {
+    {CDevicePP::IDC_STATE, CtlKind::Static, 0, 6, 8, 228, 20, uikit::kAnchorTopWide},
+    {CDevicePP::IDC_ACTION, CtlKind::Button, IDS_READ_HEADING, 6, 34, 70, 14, uikit::kAnchorTopLeft},
+    {CDevicePP::IDC_SECOND_ACTION, CtlKind::Button, IDS_CALIBRATE, 82, 34, 70, 14, uikit::kAnchorTopLeft},
+};
+constexpr DLG_TEMPLATE kLayout{IDD_TOOLS_COMPASS, 240, 150, kItems};
+}  // namespace
+
+CCompassPP::CCompassPP() : CDevicePP(kLayout, IDS_PAGE_COMPASS, "compass", IDS_NO_COMPASS) {
+    connect(Controls().Get<QPushButton>(IDC_SECOND_ACTION), &QPushButton::clicked, this, [this] {
+        CCompassCalibrationDlg calibration(this);
+        calibration.DoModal();
+    });
+}
+
+basekit::ustring CCompassPP::Act(hwctl::IControllerBackend& backend) {
+    return FormatHeading(backend.ReadHeading());
+}
+
+basekit::ustring CCompassPP::FormatHeading(double degrees) {
+    return basekit::ustring::Format(LoadResString(IDS_HEADING_DEG).c_str(),
+                                    basekit::ustring::FromQString(QLocale().toString(degrees, 'f', 1)));
+}

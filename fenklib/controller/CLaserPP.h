@@ -1,0 +1,11 @@
+#pragma once
+#include "fenklib/controller/CDevicePP.h"
+
+// The controller's laser distance meter: Measure shows the distance.
+class CLaserPP : public CDevicePP {
+public:
+    CLaserPP();
+
+protected:
+    basekit::ustring Act(hwctl::IControllerBackend& backend) override;
+};
