@@ -243,6 +243,13 @@ enum FenkStringId : unsigned {
     IDS_COPY_VALUE = 5303,
     IDS_STALE_SINCE = 5304,
 
+    // Receiver files (the file explorer sheet, its pages and dialogs)
+    IDS_ENTER_INTEGER_BETWEEN = 5700,
+    IDS_RECEIVER_FILE_EXPLORER = 5701,
+    IDS_PAGE_FILES = 5702,
+    IDS_PAGE_LOGS = 5703,
+    IDS_PAGE_FRONT_PANEL = 5704,
+
     // Each window family numbers its unnumbered texts in its own hundred, so that families
     // added side by side never collide: status 5400, output messages 5500, ports 5600,
     // receiver files 5700, site and coordinates 5800, settings and controller tools 5900,

@@ -240,6 +240,11 @@ constexpr std::array kTable = std::to_array<FenkStringEntry>({
     {IDS_SAVED_TO, L"Saved %s to %s"},
     {IDS_COPY_VALUE, L"Copy Value"},
     {IDS_STALE_SINCE, L"%s (last read %s)"},
+    {IDS_ENTER_INTEGER_BETWEEN, L"Please enter an integer between %lld and %lld."},
+    {IDS_RECEIVER_FILE_EXPLORER, L"Receiver Files"},
+    {IDS_PAGE_FILES, L"Files"},
+    {IDS_PAGE_LOGS, L"Logs"},
+    {IDS_PAGE_FRONT_PANEL, L"Front Panel"},
 });
 
 constexpr bool StrictlyAscending() {
