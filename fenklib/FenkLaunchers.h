@@ -4,9 +4,15 @@
 #include "fenklib/frame/FenkExport.h"
 #include "platform/basekit/CSmartPtr.h"
 #include "platform/devio/IReceiver.h"
+#include "fenklib/files/ProgressInfo.h"
 
 class QWidget;
 
 extern "C" {
 FENK_EXPORT int run_ReceiverInfoDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_ReceiverFileExplorerPS(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_FileSystemInfoDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_CopyFileDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, const wchar_t* source,
+                                const wchar_t* target, bool fromReceiver);
+FENK_EXPORT int run_ProgressDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, PROGRESS_INFO info);
 }

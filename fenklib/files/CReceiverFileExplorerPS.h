@@ -1,0 +1,19 @@
+#pragma once
+#include "fenklib/files/CExplorerAFRMPP.h"
+#include "fenklib/files/CExplorerFilesPP.h"
+#include "fenklib/frame/CFenkPropertySheet.h"
+
+// The receiver's files and logging in one sheet: its log files, what it logs where, the
+// automatic file rotation and the front panel's settings.
+class CReceiverFileExplorerPS : public CFenkPropertySheet {
+public:
+    CReceiverFileExplorerPS(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+    ~CReceiverFileExplorerPS() override;
+
+    CExplorerFilesPP& FilesPage() { return m_files; }
+    CExplorerAFRMPP& AfrmPage() { return m_afrm; }
+
+private:
+    CExplorerFilesPP m_files;
+    CExplorerAFRMPP m_afrm;
+};
