@@ -65,6 +65,8 @@ CExplorerAFRMPP::CExplorerAFRMPP(basekit::CSmartPtr<devio::IReceiver> receiver)
     connect(m_controls.Get<QCheckBox>(IDC_ENABLE), &QCheckBox::clicked, this, [this] { OnEnableClicked(); });
     connect(m_controls.Get<QCheckBox>(IDC_REMOVE_OLD), &QCheckBox::clicked, this, [this] { OnEnableClicked(); });
     connect(m_controls.Get<QPushButton>(IDC_FORCE), &QPushButton::clicked, this, [this] { OnForceRotation(); });
+    for (const unsigned id : {IDC_PERIOD, IDC_PHASE, IDC_COUNTER})
+        connect(m_controls.Get<QLineEdit>(id), &QLineEdit::textEdited, this, [this] { SetModified(); });
     m_timer.setInterval(kTimerPeriodMs);
     connect(&m_timer, &QTimer::timeout, this, [this] { OnTimerTick(); });
     ShowValues();

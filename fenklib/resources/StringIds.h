@@ -292,6 +292,13 @@ enum FenkStringId : unsigned {
     IDS_NOT_LOGGING = 5745,
     IDS_ENTER_REAL_BETWEEN = 5746,
     IDS_PROGRESS = 5747,
+    IDS_KW_NONE = 5748,
+    IDS_KW_LOG = 5749,
+    IDS_KW_EVENT = 5750,
+    IDS_KW_RESET = 5751,
+    IDS_KW_OFF = 5752,
+    IDS_KW_STATIC = 5753,
+    IDS_KW_DYNAMIC = 5754,
 
     // Each window family numbers its unnumbered texts in its own hundred, so that families
     // added side by side never collide: status 5400, output messages 5500, ports 5600,

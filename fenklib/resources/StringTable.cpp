@@ -288,6 +288,13 @@ constexpr std::array kTable = std::to_array<FenkStringEntry>({
     {IDS_NOT_LOGGING, L"(not logging)"},
     {IDS_ENTER_REAL_BETWEEN, L"Please enter a number between %s and %s."},
     {IDS_PROGRESS, L"Progress"},
+    {IDS_KW_NONE, L"None"},
+    {IDS_KW_LOG, L"Start/Stop Logging"},
+    {IDS_KW_EVENT, L"Write Event"},
+    {IDS_KW_RESET, L"Reset Receiver"},
+    {IDS_KW_OFF, L"Off"},
+    {IDS_KW_STATIC, L"Static"},
+    {IDS_KW_DYNAMIC, L"Dynamic"},
 });
 
 constexpr bool StrictlyAscending() {

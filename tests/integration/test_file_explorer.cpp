@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
@@ -81,8 +83,9 @@ TEST(FileExplorer, FilesAndRotationPagesAgainstTheSimulator) {
         EXPECT_EQ(list->topLevelItem(0)->data(1, Qt::UserRole).toULongLong(), 70000u) << "sizes sort as numbers";
         SaveShot(sheet, "file-explorer-files");
 
-        ASSERT_TRUE(sheet.SetActivePage(1));
+        ASSERT_TRUE(sheet.SetActivePage(2));
         auto& afrm = sheet.AfrmPage();
+        EXPECT_EQ(sheet.GetActivePage(), &afrm) << sheet.GetActivePage()->GetTitle().ToUtf8();
         EXPECT_TRUE(afrm.HasRead());
         EXPECT_EQ(afrm.Controls().Get<QLineEdit>(P::IDC_PERIOD)->text(), "3600");
         afrm.Controls().Get<QCheckBox>(P::IDC_ENABLE)->click();
@@ -101,6 +104,34 @@ TEST(FileExplorer, FilesAndRotationPagesAgainstTheSimulator) {
         const QString expected = QString::number(before + 1);
         EXPECT_TRUE(WaitFor([&] { return afrm.Controls().Get<QLineEdit>(P::IDC_RUNNING_COUNTER)->text() == expected; }));
         SaveShot(sheet, "file-explorer-afrm");
+
+        ASSERT_TRUE(sheet.SetActivePage(1));
+        auto& logs = sheet.LogsPage();
+        const ustring logging = mate.GetCurrentFile(L'a');
+        EXPECT_TRUE(logs.Controls().Get<QLabel>(CExplorerLogsPP::IDC_FILE_A)->text().startsWith(logging.ToQString()));
+        EXPECT_EQ(logs.Controls().Get<QLineEdit>(CExplorerLogsPP::IDC_PERIOD)->text(), "1.00");
+        SaveShot(sheet, "file-explorer-logs");
+        logs.OnStopLogging();
+        EXPECT_EQ(mate.GetCurrentFile(L'a'), L"");
+        EXPECT_TRUE(logs.Controls().Item(CExplorerLogsPP::IDC_START)->isEnabled());
+        logs.OnStartLogging();
+        EXPECT_NE(mate.GetCurrentFile(L'a'), L"");
+        logs.Controls().Get<QLineEdit>(CExplorerLogsPP::IDC_PERIOD)->setText("0.50");
+        logs.Controls().Get<QCheckBox>(CExplorerLogsPP::IDC_IMP_SECOND)->setChecked(true);
+
+        ASSERT_TRUE(sheet.SetActivePage(3));
+        auto& panel = sheet.FrontPanelPage();
+        auto* action = panel.Controls().Get<QComboBox>(CExplorerFrontPanelPP::IDC_ACTION);
+        EXPECT_EQ(action->currentData().toString(), "log");
+        action->setCurrentIndex(action->findData(QStringLiteral("event")));
+        SaveShot(sheet, "file-explorer-front-panel");
+        EXPECT_TRUE(sheet.ApplyNow());
+        EXPECT_EQ(mate.Get(devio::par::ButtonAction), L"event");
+        EXPECT_DOUBLE_EQ(mate.Get(devio::par::LogScPeriod), 0.5);
+        bool first = false, second = false;
+        mate.GetLogImp(first, second);
+        EXPECT_TRUE(first);
+        EXPECT_TRUE(second);
         sheet.EndDialog(1);
     });
     sheet.DoModal();
