@@ -4,6 +4,7 @@
 #include "fenklib/frame/FenkExport.h"
 #include "platform/basekit/CSmartPtr.h"
 #include "platform/devio/IReceiver.h"
+#include "fenklib/files/ProgressInfo.h"
 
 class QWidget;
 
@@ -13,4 +14,9 @@ FENK_EXPORT int run_SetupPS(QWidget* parent);
 FENK_EXPORT int run_ZedToolsPS(QWidget* parent);
 FENK_EXPORT int run_BackpackToolsPS(QWidget* parent);
 FENK_EXPORT int run_CompassCalibrationDlg(QWidget* parent);
+FENK_EXPORT int run_ReceiverFileExplorerPS(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_FileSystemInfoDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_CopyFileDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, const wchar_t* source,
+                                const wchar_t* target, bool fromReceiver);
+FENK_EXPORT int run_ProgressDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, PROGRESS_INFO info);
 }

@@ -122,6 +122,28 @@ ustring CVokReceiverMateCore::GetFileList(unsigned timeoutMs) {
     return ExecuteCommand(L"print,/log/&[name,size,time]", false, timeoutMs);
 }
 
+std::vector<vok::LOG_FILE> CVokReceiverMateCore::ListLogFiles(unsigned timeoutMs) { return ParseFileList(GetFileList(timeoutMs)); }
+
+std::vector<vok::LOG_FILE> CVokReceiverMateCore::ParseFileList(const ustring& reply) {
+    std::vector<vok::LOG_FILE> files;
+    ustring inner;
+    if (!ExtractBracedText(reply, false, inner)) return files;
+    std::vector<ustring> entries;
+    SplitTopLevelList(inner, entries);
+    for (const ustring& entry : entries) {
+        ustring fields;
+        std::vector<ustring> parts;
+        if (!ExtractBracedText(entry, false, fields)) continue;
+        SplitTopLevelList(fields, parts);
+        if (parts.size() < 3 || parts[0].empty()) continue;
+        wchar_t* end = nullptr;
+        const unsigned long long size = std::wcstoull(parts[1].c_str(), &end, 10);
+        if (end == parts[1].c_str()) continue;
+        files.push_back(vok::LOG_FILE{parts[0], size, parts[2]});
+    }
+    return files;
+}
+
 ustring CVokReceiverMateCore::ReadSettingsListing(const std::function<void(std::uint64_t, int, int)>& onReply) {
     // A listing may reach megabytes on a full receiver; the time-out follows from that size.
     constexpr unsigned kListingBytes = 16u * 1024u * 1024u;

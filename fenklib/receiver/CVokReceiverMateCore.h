@@ -83,6 +83,9 @@ public:
     void SetCurrentFile(wchar_t channel, const ustring& name);
     std::vector<int> GetFsInitState();
     ustring GetFileList(unsigned timeoutMs);
+    // The same list taken apart, oldest first as the receiver gives it; a malformed entry is skipped.
+    std::vector<vok::LOG_FILE> ListLogFiles(unsigned timeoutMs);
+    static std::vector<vok::LOG_FILE> ParseFileList(const ustring& reply);
     // The receiver's complete settings listing: the parameter dump, then the flash block count
     // and block size listings, joined by CR LF (always, even around an empty reply).
     // onReply(bytes so far, replies so far, replies in all) after each reply.

@@ -1,4 +1,5 @@
 #pragma once
+#include <cstdint>
 #include <vector>
 
 #include "platform/basekit/ustring.h"
@@ -33,6 +34,14 @@ struct SAT_LOCK {
     int satellite = 0;
     bool locked = false;
     bool operator==(const SAT_LOCK&) const = default;
+};
+
+// One file of the receiver's log folder, as "print,/log/&[name,size,time]" lists it.
+struct LOG_FILE {
+    basekit::ustring name;
+    std::uint64_t size = 0;
+    basekit::ustring time;   // the receiver's "YYYY/MM/DD hh:mm:ss"
+    bool operator==(const LOG_FILE&) const = default;
 };
 
 }  // namespace devio::vok

@@ -44,6 +44,17 @@ enum FenkDialogId : unsigned {
     IDD_EXPLORER_AFRM = 3276,
     IDD_EXPLORER_AFRM_WIDE = 3277,
 
+    // Receiver file explorer and its dialogs (the library's own numbers)
+    IDD_EXPLORER_FILES = 5700,
+    IDD_EXPLORER_FILES_WIDE = 5701,
+    IDD_EXPLORER_LOGS = 5702,
+    IDD_EXPLORER_LOGS_WIDE = 5703,
+    IDD_EXPLORER_FRONT_PANEL = 5704,
+    IDD_EXPLORER_FRONT_PANEL_WIDE = 5705,
+    IDD_COPY_FILE = 5706,
+    IDD_FILE_SYSTEM_INFO = 5707,
+    IDD_PROGRESS = 5708,
+
     // Channel picker
     IDD_CHANNELS_LIST = 3368,
 

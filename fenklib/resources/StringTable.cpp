@@ -7,9 +7,14 @@
 
 namespace {
 
-// Kept in ascending order of id: the lookup is a binary search, and the static_assert below
-// refuses a table that is out of order or names a number twice.
-constexpr std::array kTable = std::to_array<FenkStringEntry>({
+// Written in any order (each window family keeps its texts together); sorted at compile time
+// for the binary search, and the static_assert below refuses a number named twice.
+constexpr auto Sorted(auto table) {
+    std::sort(table.begin(), table.end(), [](const auto& a, const auto& b) { return a.id < b.id; });
+    return table;
+}
+
+constexpr std::array kTable = Sorted(std::to_array<FenkStringEntry>({
     {IDS_APP_VERSION, L"Version 2.3 [September 9, 2011]"},
     {IDS_COL_NAME, L"Name"},
     {IDS_COL_VALUE, L"Value"},
@@ -273,7 +278,62 @@ constexpr std::array kTable = std::to_array<FenkStringEntry>({
     {IDS_STORE, L"Store"},
     {IDS_CALIBRATION_STORED, L"The compass correction was stored."},
     {IDS_IMAGE_FILTER, L"JPEG Images (*.jpg)|*.jpg|All Files (*.*)|*.*||"},
-});
+    {IDS_ENTER_INTEGER_BETWEEN, L"Please enter an integer between %lld and %lld."},
+    {IDS_RECEIVER_FILE_EXPLORER, L"Receiver Files"},
+    {IDS_PAGE_FILES, L"Files"},
+    {IDS_PAGE_LOGS, L"Logs"},
+    {IDS_PAGE_FRONT_PANEL, L"Front Panel"},
+    {IDS_COL_SIZE, L"Size"},
+    {IDS_COL_TIME, L"Time"},
+    {IDS_DOWNLOAD, L"Download..."},
+    {IDS_DELETE, L"Delete"},
+    {IDS_NEW_LOG_FILE, L"New Log File"},
+    {IDS_CREATE_PREFIX, L"Prefix:"},
+    {IDS_CONFIRM_DELETE_FILES, L"Delete %d file(s) from the receiver?\n%s"},
+    {IDS_CURRENT_FILE_MARK, L"%s (current, %c)"},
+    {IDS_COPY_FILE, L"Copy File"},
+    {IDS_COPY_FROM, L"From:"},
+    {IDS_COPY_TO, L"To:"},
+    {IDS_COPY_SPEED, L"%s/s"},
+    {IDS_COPY_TIME_LEFT, L"Time left: %s"},
+    {IDS_COPY_FILE_N_OF_M, L"File %d of %d"},
+    {IDS_COPY_TO_RECEIVER_NOT_OFFERED, L"This receiver does not accept files copied to it."},
+    {IDS_FILE_SYSTEM_INFO, L"File System Information"},
+    {IDS_FS_SIZE, L"Size, bytes"},
+    {IDS_FS_FREE, L"Free, bytes"},
+    {IDS_FS_BLOCK_SIZE, L"Block Size, bytes"},
+    {IDS_FS_BLOCKS, L"Blocks"},
+    {IDS_FS_MAX_FILES, L"Max Files"},
+    {IDS_FS_FILES, L"Files"},
+    {IDS_FS_BAD_BLOCKS, L"Bad Blocks"},
+    {IDS_FS_VERSION, L"Version"},
+    {IDS_FS_TIME_FORMAT, L"Time Format"},
+    {IDS_FS_INIT_STATE, L"Initialisation State"},
+    {IDS_FS_USED_OF, L"%s used, %s free"},
+    {IDS_FILE_SYSTEM, L"File System..."},
+    {IDS_CURRENT_FILE_A, L"Current File A:"},
+    {IDS_CURRENT_FILE_B, L"Current File B:"},
+    {IDS_LOGGING_PERIOD, L"Logging Period, s:"},
+    {IDS_LOG_IMP_FIRST, L"Log Flag 1"},
+    {IDS_LOG_IMP_SECOND, L"Log Flag 2"},
+    {IDS_START_LOGGING, L"Start Logging"},
+    {IDS_STOP_LOGGING, L"Stop Logging"},
+    {IDS_FILE_SIZE_BYTES, L"%s bytes"},
+    {IDS_BUTTON_DYNAMICS, L"Button Dynamics:"},
+    {IDS_BUTTON_ACTION, L"Button Action:"},
+    {IDS_BUTTON_AUTO, L"Automatic Start:"},
+    {IDS_POWERUP_MODE, L"Power On with External Power"},
+    {IDS_NOT_LOGGING, L"(not logging)"},
+    {IDS_ENTER_REAL_BETWEEN, L"Please enter a number between %s and %s."},
+    {IDS_PROGRESS, L"Progress"},
+    {IDS_KW_NONE, L"None"},
+    {IDS_KW_LOG, L"Start/Stop Logging"},
+    {IDS_KW_EVENT, L"Write Event"},
+    {IDS_KW_RESET, L"Reset Receiver"},
+    {IDS_KW_OFF, L"Off"},
+    {IDS_KW_STATIC, L"Static"},
+    {IDS_KW_DYNAMIC, L"Dynamic"},
+}));
 
 constexpr bool StrictlyAscending() {
     return std::adjacent_find(kTable.begin(), kTable.end(), [](const auto& a, const auto& b) {

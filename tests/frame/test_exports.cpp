@@ -16,8 +16,10 @@ TEST(Exports, EveryBuiltEntryResolvesByName) {
     const Library lib;
     ASSERT_NE(lib.handle, nullptr) << dlerror();
     const char* present[] = {
-        "run_ReceiverInfoDlg", "run_SetupPS", "run_ZedToolsPS", "run_BackpackToolsPS",
-        "run_CompassCalibrationDlg", "PreOpenPort", "PostClosePort", "OnExitApp",
+        "PreOpenPort", "PostClosePort", "OnExitApp",
+        "run_ReceiverInfoDlg",
+        "run_SetupPS", "run_ZedToolsPS", "run_BackpackToolsPS", "run_CompassCalibrationDlg",
+        "run_ReceiverFileExplorerPS", "run_FileSystemInfoDlg", "run_CopyFileDlg", "run_ProgressDlg",
         "_ZN19CFenkGlobalSettings3RefEv", "_ZN11CFenkLibDoc21GetApplicationVersionEb",
         "_ZN11CFenkLibDoc22GetLongApplicationNameEb", "_ZN11CFenkLibDoc23GetShortApplicationNameEb",
     };

@@ -144,6 +144,7 @@ void Receiver::SeedFiles(double now) {
         {"/com/a/profile/base", "channel=3\npower=2\nprotocol=transparent\n"},
     };
     for (const auto& s : kDriver) files_.Put(s.path, s.content, now - 86400 * 30);
+    SeedOldLogs(now - 2 * 86400);
     // Yesterday's log and today's, filled with what the receiver recorded then.
     const double yesterday = now - 86400;
     const std::string old = "/log/" + NewLogName(yesterday);
@@ -212,6 +213,24 @@ void Receiver::RefreshDerived() {
             list += FileStore::Name(f->path);
         }
         AssignDerived(path, list + "}");
+    }
+}
+
+void Receiver::SeedOldLogs(double before) {
+    const auto& sizes = options_.seededLogs;
+    std::uint64_t state = 0x9E3779B97F4A7C15ull ^ options_.seed;
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        const double when = before - 3600.0 * static_cast<double>(sizes.size() - i);
+        std::string content(sizes[i], '\0');
+        // xorshift64: cheap enough for hundreds of megabytes, and every byte value occurs.
+        for (std::size_t at = 0; at < content.size(); at += 8) {
+            state ^= state << 13;
+            state ^= state >> 7;
+            state ^= state << 17;
+            for (std::size_t b = 0; b < 8 && at + b < content.size(); ++b)
+                content[at + b] = static_cast<char>(state >> (8 * b));
+        }
+        files_.Put("/log/" + NewLogName(when), std::move(content), when);
     }
 }
 

@@ -102,6 +102,7 @@ private:
     bool IsOutputPort(std::string_view port) const;
     std::string Value(std::string_view path) const;
     void AssignDerived(std::string_view path, std::string value);
+    void SeedOldLogs(double before);
     std::string NewLogName(double now) const;
     void Rotate(double now);
     void AdvanceLogging(double now);

@@ -2,6 +2,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "tools/rcvsim/FaultPlan.h"
 #include "tools/rcvsim/Geodesy.h"
@@ -18,6 +19,10 @@ struct SimOptions {
     std::size_t dumpBytes = 300 * 1024;       // size the "/par:on" dump is padded to
     std::uint32_t seed = 1;                   // garbage bytes and other pseudo-random choices
     FaultPlan faults;                         // initial fault injection, see FaultPlan
+    // Older log files found on the medium at start, one per size in bytes (oldest first, an hour
+    // apart, before yesterday's): a full receiver holds dozens, some of hundreds of megabytes.
+    // Their bytes are the receiver's binary records, the same for the same seed.
+    std::vector<std::size_t> seededLogs;
 };
 
 }  // namespace rcvsim

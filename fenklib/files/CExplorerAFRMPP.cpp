@@ -1,0 +1,164 @@
+#include "fenklib/files/CExplorerAFRMPP.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "fenklib/frame/CLayoutFactory.h"
+#include "fenklib/frame/IntegerRangeCheck.h"
+#include "fenklib/frame/LibraryHelpers.h"
+#include "fenklib/receiver/CVokReceiverMate.h"
+#include "fenklib/resources/DialogIds.h"
+#include "fenklib/resources/StringIds.h"
+#include "platform/uikit/CResizablePropertySheet.h"
+
+namespace {
+
+namespace par = devio::par;
+
+using P = CExplorerAFRMPP;
+constexpr unsigned IDC_LABEL = 0xFFFF;   // labels are never looked up
+
+constexpr uikit::ANCHOR kWide = uikit::kAnchorTopWide;   // move 0,0 size 1,0
+
+// Normal: labels above their edits, one column.
+constexpr DLG_ITEM kNormalItems[] = {
+    {P::IDC_ENABLE, CtlKind::CheckBox, IDS_ENABLE_AFRM, 7, 7, 196, 12, kWide},
+    {P::IDC_REMOVE_OLD, CtlKind::CheckBox, IDS_REMOVE_OLD_FILES, 7, 22, 196, 12, kWide},
+    {IDC_LABEL, CtlKind::Static, IDS_ROTATION_PERIOD, 7, 40, 196, 9},
+    {P::IDC_PERIOD, CtlKind::NumberEdit, 0, 7, 50, 196, 14, kWide},
+    {IDC_LABEL, CtlKind::Static, IDS_ROTATION_PHASE, 7, 68, 196, 9},
+    {P::IDC_PHASE, CtlKind::NumberEdit, 0, 7, 78, 196, 14, kWide},
+    {IDC_LABEL, CtlKind::Static, IDS_ROTATION_COUNTER, 7, 96, 196, 9},
+    {P::IDC_COUNTER, CtlKind::NumberEdit, 0, 7, 106, 196, 14, kWide},
+    {IDC_LABEL, CtlKind::Static, IDS_ROTATION_RUNNING_COUNTER, 7, 124, 196, 9},
+    {P::IDC_RUNNING_COUNTER, CtlKind::Edit, 0, 7, 134, 196, 14, kWide},
+    {P::IDC_FORCE, CtlKind::Button, IDS_FORCE_FILE_ROTATION, 113, 156, 90, 16, uikit::kAnchorBottomRight},
+};
+// Wide: labels beside their edits.
+constexpr DLG_ITEM kWideItems[] = {
+    {P::IDC_ENABLE, CtlKind::CheckBox, IDS_ENABLE_AFRM, 7, 7, 150, 12, kWide},
+    {P::IDC_REMOVE_OLD, CtlKind::CheckBox, IDS_REMOVE_OLD_FILES, 7, 22, 150, 12, kWide},
+    {IDC_LABEL, CtlKind::Static, IDS_ROTATION_PERIOD, 7, 42, 120, 9},
+    {P::IDC_PERIOD, CtlKind::NumberEdit, 0, 130, 40, 173, 14, kWide},
+    {IDC_LABEL, CtlKind::Static, IDS_ROTATION_PHASE, 7, 60, 120, 9},
+    {P::IDC_PHASE, CtlKind::NumberEdit, 0, 130, 58, 173, 14, kWide},
+    {IDC_LABEL, CtlKind::Static, IDS_ROTATION_COUNTER, 7, 78, 120, 9},
+    {P::IDC_COUNTER, CtlKind::NumberEdit, 0, 130, 76, 173, 14, kWide},
+    {IDC_LABEL, CtlKind::Static, IDS_ROTATION_RUNNING_COUNTER, 7, 96, 120, 9},
+    {P::IDC_RUNNING_COUNTER, CtlKind::Edit, 0, 130, 94, 173, 14, kWide},
+    {P::IDC_FORCE, CtlKind::Button, IDS_FORCE_FILE_ROTATION, 213, 116, 90, 16, uikit::kAnchorBottomRight},
+};
+constexpr DLG_TEMPLATE kNormal{IDD_EXPLORER_AFRM, 210, 180, kNormalItems};
+constexpr DLG_TEMPLATE kWideLayout{IDD_EXPLORER_AFRM_WIDE, 310, 140, kWideItems};
+
+constexpr int kPeriodMin = 60, kPeriodMax = 86400;
+constexpr int kPhaseMin = 0, kPhaseMax = 86400;
+constexpr std::int64_t kCounterMin = 0, kCounterMax = 2147483647;
+
+}  // namespace
+
+CExplorerAFRMPP::CExplorerAFRMPP(basekit::CSmartPtr<devio::IReceiver> receiver)
+    : CFenkPropertyPage(std::move(receiver), CLayoutFactory::Choose(kNormal, &kWideLayout).number, LoadResString(IDS_PAGE_AFRM)),
+      m_controls(CLayoutFactory::Build(this, kNormal, &kWideLayout)) {
+    m_controls.Get<QLineEdit>(IDC_RUNNING_COUNTER)->setReadOnly(true);
+    connect(m_controls.Get<QCheckBox>(IDC_ENABLE), &QCheckBox::clicked, this, [this] { OnEnableClicked(); });
+    connect(m_controls.Get<QCheckBox>(IDC_REMOVE_OLD), &QCheckBox::clicked, this, [this] { OnEnableClicked(); });
+    connect(m_controls.Get<QPushButton>(IDC_FORCE), &QPushButton::clicked, this, [this] { OnForceRotation(); });
+    for (const unsigned id : {IDC_PERIOD, IDC_PHASE, IDC_COUNTER})
+        connect(m_controls.Get<QLineEdit>(id), &QLineEdit::textEdited, this, [this] { SetModified(); });
+    m_timer.setInterval(kTimerPeriodMs);
+    connect(&m_timer, &QTimer::timeout, this, [this] { OnTimerTick(); });
+    ShowValues();
+}
+
+CExplorerAFRMPP::~CExplorerAFRMPP() { DestroyWindow(); }
+
+bool CExplorerAFRMPP::OnInitDialog() {
+    CFenkPropertyPage::OnInitDialog();
+    m_read = false;
+    m_timer.start();
+    return true;
+}
+
+bool CExplorerAFRMPP::OnSetActive() {
+    if (!m_read) ReadReceiver();
+    return CFenkPropertyPage::OnSetActive();
+}
+
+void CExplorerAFRMPP::ReadReceiver() {
+    bool enabled = false, removeOld = false;
+    int period = 0, phase = 0, counter = 0;
+    const bool ok = WithReceiver([&](devio::CVokReceiverMate& mate) {
+        enabled = mate.Get(par::LogRotMode);
+        removeOld = mate.Get(par::LogRotRmold);
+        period = mate.Get(par::LogRotScPeriod);
+        phase = mate.Get(par::LogRotScPhase);
+        counter = mate.Get(par::LogRotScCount);
+    });
+    if (ok) {
+        m_enabled = enabled;
+        m_removeOld = removeOld;
+        m_period = period;
+        m_phase = phase;
+        m_counter = counter;
+        ShowValues();
+        m_read = true;
+    }
+    UpdateControls();
+}
+
+void CExplorerAFRMPP::ShowValues() {
+    m_controls.Get<QCheckBox>(IDC_ENABLE)->setChecked(m_enabled);
+    m_controls.Get<QCheckBox>(IDC_REMOVE_OLD)->setChecked(m_removeOld);
+    // Numbers of the receiver, shown as it writes them (no group separators).
+    m_controls.Get<QLineEdit>(IDC_PERIOD)->setText(QString::number(m_period));
+    m_controls.Get<QLineEdit>(IDC_PHASE)->setText(QString::number(m_phase));
+    m_controls.Get<QLineEdit>(IDC_COUNTER)->setText(QString::number(m_counter));
+}
+
+bool CExplorerAFRMPP::TakeValues() {
+    m_enabled = m_controls.Get<QCheckBox>(IDC_ENABLE)->isChecked();
+    m_removeOld = m_controls.Get<QCheckBox>(IDC_REMOVE_OLD)->isChecked();
+    return TakeIntegerInRange(this, m_controls.Get<QLineEdit>(IDC_PERIOD), kPeriodMin, kPeriodMax, m_period) &&
+           TakeIntegerInRange(this, m_controls.Get<QLineEdit>(IDC_PHASE), kPhaseMin, kPhaseMax, m_phase) &&
+           TakeIntegerInRange(this, m_controls.Get<QLineEdit>(IDC_COUNTER), kCounterMin, kCounterMax, m_counter);
+}
+
+void CExplorerAFRMPP::OnEnableClicked() {
+    m_enabled = m_controls.Get<QCheckBox>(IDC_ENABLE)->isChecked();
+    m_removeOld = m_controls.Get<QCheckBox>(IDC_REMOVE_OLD)->isChecked();
+    SetModified();
+    UpdateControls();
+}
+
+void CExplorerAFRMPP::UpdateControls() {
+    for (const unsigned id : {IDC_REMOVE_OLD, IDC_PERIOD, IDC_PHASE, IDC_COUNTER, IDC_RUNNING_COUNTER, IDC_FORCE})
+        m_controls.Item(id)->setEnabled(m_enabled);
+}
+
+// Every value is written on every Apply, changed or not: the receiver may have been changed
+// from elsewhere since the page read it.
+bool CExplorerAFRMPP::OnApply() {
+    if (!TakeValues()) return false;
+    return WithReceiver([&](devio::CVokReceiverMate& mate) {
+        mate.Set(par::LogRotMode, m_enabled);
+        mate.Set(par::LogRotRmold, m_removeOld);
+        mate.Set(par::LogRotScPeriod, m_period);
+        mate.Set(par::LogRotScPhase, m_phase);
+        mate.Set(par::LogRotScCount, m_counter);
+    });
+}
+
+void CExplorerAFRMPP::OnForceRotation() {
+    WithReceiver([](devio::CVokReceiverMate& mate) { mate.Do(par::LogRotForce); });
+}
+
+void CExplorerAFRMPP::OnTimerTick() {
+    if (m_inTick || !GetSheet() || GetSheet()->GetActivePage() != this) return;
+    m_inTick = true;
+    int count = 0;
+    if (WithReceiver([&](devio::CVokReceiverMate& mate) { count = mate.Get(par::LogRotCount); }))
+        m_controls.Get<QLineEdit>(IDC_RUNNING_COUNTER)->setText(QString::number(count));
+    m_inTick = false;
+}
