@@ -5,8 +5,11 @@
 #include "platform/basekit/CSmartPtr.h"
 #include "platform/devio/IReceiver.h"
 
+#include <vector>
+
 class QWidget;
 
 extern "C" {
 FENK_EXPORT int run_ReceiverInfoDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_ChannelsListDlg(QWidget* parent, const std::vector<double>& channels, double& result);
 }
