@@ -11,5 +11,6 @@ class QWidget;
 
 extern "C" {
 FENK_EXPORT int run_ReceiverInfoDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_SiteConfigurationDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 FENK_EXPORT int run_ChannelsListDlg(QWidget* parent, const std::vector<double>& channels, double& result);
 }

@@ -243,6 +243,10 @@ enum FenkStringId : unsigned {
     IDS_COPY_VALUE = 5303,
     IDS_STALE_SINCE = 5304,
 
+    // Site and coordinates
+    IDS_ENTER_NO_MORE_CHARS = 5800,            // "Enter no more than %d characters."
+    IDS_ENTER_A_NUMBER = 5801,
+
     // Each window family numbers its unnumbered texts in its own hundred, so that families
     // added side by side never collide: status 5400, output messages 5500, ports 5600,
     // receiver files 5700, site and coordinates 5800, settings and controller tools 5900,

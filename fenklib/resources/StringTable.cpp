@@ -240,6 +240,8 @@ constexpr std::array kTable = std::to_array<FenkStringEntry>({
     {IDS_SAVED_TO, L"Saved %s to %s"},
     {IDS_COPY_VALUE, L"Copy Value"},
     {IDS_STALE_SINCE, L"%s (last read %s)"},
+    {IDS_ENTER_NO_MORE_CHARS, L"Enter no more than %d characters."},
+    {IDS_ENTER_A_NUMBER, L"Please enter a number."},
 });
 
 constexpr bool StrictlyAscending() {
