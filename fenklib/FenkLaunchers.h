@@ -3,6 +3,7 @@
 // loads the library at run time binds the same names with dlsym/QLibrary::resolve instead.
 #include "fenklib/frame/FenkExport.h"
 #include "platform/basekit/CSmartPtr.h"
+#include "fenklib/receiver/VokTypes.h"
 #include "platform/devio/IReceiver.h"
 
 #include <vector>
@@ -11,6 +12,8 @@ class QWidget;
 
 extern "C" {
 FENK_EXPORT int run_ReceiverInfoDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_XyzCoordEditDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, devio::vok::POS_XYZ& pos);
+FENK_EXPORT int run_GeoCoordEditDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, devio::vok::POS_GEO& pos);
 FENK_EXPORT int run_SiteConfigurationDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 FENK_EXPORT int run_ChannelsListDlg(QWidget* parent, const std::vector<double>& channels, double& result);
 }
