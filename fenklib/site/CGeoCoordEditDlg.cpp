@@ -32,29 +32,29 @@ constexpr CGeoCoordEditDlg::ANGLE_ROW kLat{IDC_LAT_HEMI, IDC_LAT_DEG, IDC_LAT_MI
 constexpr CGeoCoordEditDlg::ANGLE_ROW kLon{IDC_LON_HEMI, IDC_LON_DEG, IDC_LON_MIN, IDC_LON_SEC, IDC_LON_DEC, IDS_EAST, IDS_WEST, 180};
 
 constexpr DLG_ITEM kItems[] = {
-    {IDC_DEG_HEAD, CtlKind::Static, IDS_DEGREES_SHORT, 34, 4, 22, 8},
-    {IDC_MIN_HEAD, CtlKind::Static, IDS_MINUTES_SHORT, 58, 4, 18, 8},
-    {IDC_SEC_HEAD, CtlKind::Static, IDS_SECONDS_SHORT, 78, 4, 40, 8},
-    {IDC_DEC_HEAD, CtlKind::Static, IDS_DECIMAL_DEGREES, 120, 4, 60, 8},
-    {IDC_LAT_LABEL, CtlKind::Static, IDS_LATITUDE, 4, 14, 50, 8},
-    {IDC_LAT_HEMI, CtlKind::DropList, 0, 4, 24, 28, 40},
-    {IDC_LAT_DEG, CtlKind::NumberEdit, 0, 34, 24, 22, 12},
-    {IDC_LAT_MIN, CtlKind::NumberEdit, 0, 58, 24, 18, 12},
-    {IDC_LAT_SEC, CtlKind::RealEdit, 0, 78, 24, 40, 12},
-    {IDC_LAT_DEC, CtlKind::RealEdit, 0, 120, 24, 66, 12, uikit::kAnchorTopWide},
-    {IDC_LON_LABEL, CtlKind::Static, IDS_LONGITUDE, 4, 40, 50, 8},
-    {IDC_LON_HEMI, CtlKind::DropList, 0, 4, 50, 28, 40},
-    {IDC_LON_DEG, CtlKind::NumberEdit, 0, 34, 50, 22, 12},
-    {IDC_LON_MIN, CtlKind::NumberEdit, 0, 58, 50, 18, 12},
-    {IDC_LON_SEC, CtlKind::RealEdit, 0, 78, 50, 40, 12},
-    {IDC_LON_DEC, CtlKind::RealEdit, 0, 120, 50, 66, 12, uikit::kAnchorTopWide},
+    {IDC_DEG_HEAD, CtlKind::Static, IDS_DEGREES_SHORT, 34, 4, 36, 8},
+    {IDC_MIN_HEAD, CtlKind::Static, IDS_MINUTES_SHORT, 72, 4, 32, 8},
+    {IDC_SEC_HEAD, CtlKind::Static, IDS_SECONDS_SHORT, 106, 4, 62, 8},
+    {IDC_DEC_HEAD, CtlKind::Static, IDS_DECIMAL_DEGREES, 170, 4, 106, 8},
+    {IDC_LAT_LABEL, CtlKind::Static, IDS_LATITUDE, 4, 14, 60, 8},
+    {IDC_LAT_HEMI, CtlKind::DropList, 0, 4, 24, 28, 12},
+    {IDC_LAT_DEG, CtlKind::NumberEdit, 0, 34, 24, 36, 12},
+    {IDC_LAT_MIN, CtlKind::NumberEdit, 0, 72, 24, 32, 12},
+    {IDC_LAT_SEC, CtlKind::RealEdit, 0, 106, 24, 62, 12},
+    {IDC_LAT_DEC, CtlKind::RealEdit, 0, 170, 24, 106, 12, uikit::kAnchorTopWide},
+    {IDC_LON_LABEL, CtlKind::Static, IDS_LONGITUDE, 4, 40, 60, 8},
+    {IDC_LON_HEMI, CtlKind::DropList, 0, 4, 50, 28, 12},
+    {IDC_LON_DEG, CtlKind::NumberEdit, 0, 34, 50, 36, 12},
+    {IDC_LON_MIN, CtlKind::NumberEdit, 0, 72, 50, 32, 12},
+    {IDC_LON_SEC, CtlKind::RealEdit, 0, 106, 50, 62, 12},
+    {IDC_LON_DEC, CtlKind::RealEdit, 0, 170, 50, 106, 12, uikit::kAnchorTopWide},
     {IDC_HEIGHT_LABEL, CtlKind::Static, IDS_HEIGHT_M, 4, 70, 50, 8},
-    {IDC_HEIGHT, CtlKind::RealEdit, 0, 58, 68, 60, 12},
-    {IDC_OTHER_FORM, CtlKind::Static, 0, 4, 86, 182, 10, uikit::kAnchorTopWide},
-    {IDOK_BUTTON, CtlKind::Button, IDS_OK, 42, 102, 50, 14, uikit::kAnchorBottomCentre},
-    {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 98, 102, 50, 14, uikit::kAnchorBottomCentre},
+    {IDC_HEIGHT, CtlKind::RealEdit, 0, 56, 68, 70, 12},
+    {IDC_OTHER_FORM, CtlKind::Static, 0, 4, 86, 272, 10, uikit::kAnchorTopWide},
+    {IDOK_BUTTON, CtlKind::Button, IDS_OK, 86, 102, 50, 14, uikit::kAnchorBottomCentre},
+    {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 144, 102, 50, 14, uikit::kAnchorBottomCentre},
 };
-constexpr DLG_TEMPLATE kLayout{IDD_GEO_COORD_EDIT, 190, 120, kItems};
+constexpr DLG_TEMPLATE kLayout{IDD_GEO_COORD_EDIT, 280, 120, kItems};
 
 }  // namespace
 
