@@ -82,7 +82,9 @@ constexpr DLG_TEMPLATE kWide{IDD_SITE_CONFIGURATION_WIDE, 328, 102, kWideItems};
 // The height as the person typed it: their own decimal sign, or the point.
 std::optional<float> ParseHeight(const QString& text) {
     bool ok = false;
-    const double value = QLocale().toDouble(text.trimmed(), &ok);
+    QLocale own;   // "1.500" is not fifteen hundred in a comma-decimal locale
+    own.setNumberOptions(QLocale::RejectGroupSeparator);
+    const double value = own.toDouble(text.trimmed(), &ok);
     if (ok) return static_cast<float>(value);
     const double c = QLocale::c().toDouble(text.trimmed(), &ok);
     if (ok) return static_cast<float>(c);

@@ -13,7 +13,9 @@ namespace coordinput {
 
 std::optional<double> Parse(const QString& text) {
     bool ok = false;
-    const double value = QLocale().toDouble(text.trimmed(), &ok);
+    QLocale own;   // "1.500" is not fifteen hundred in a comma-decimal locale
+    own.setNumberOptions(QLocale::RejectGroupSeparator);
+    const double value = own.toDouble(text.trimmed(), &ok);
     if (ok) return value;
     const double c = QLocale::c().toDouble(text.trimmed(), &ok);
     if (ok) return c;
