@@ -3,8 +3,11 @@
 // loads the library at run time binds the same names with dlsym/QLibrary::resolve instead.
 #include "fenklib/frame/FenkExport.h"
 #include "platform/basekit/CSmartPtr.h"
+#include "fenklib/receiver/VokTypes.h"
 #include "platform/devio/IReceiver.h"
 #include "fenklib/files/ProgressInfo.h"
+
+#include <vector>
 
 class QWidget;
 
@@ -19,4 +22,8 @@ FENK_EXPORT int run_FileSystemInfoDlg(basekit::CSmartPtr<devio::IReceiver> recei
 FENK_EXPORT int run_CopyFileDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, const wchar_t* source,
                                 const wchar_t* target, bool fromReceiver);
 FENK_EXPORT int run_ProgressDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, PROGRESS_INFO info);
+FENK_EXPORT int run_XyzCoordEditDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, devio::vok::POS_XYZ& pos);
+FENK_EXPORT int run_GeoCoordEditDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, devio::vok::POS_GEO& pos);
+FENK_EXPORT int run_SiteConfigurationDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_ChannelsListDlg(QWidget* parent, const std::vector<double>& channels, double& result);
 }

@@ -33,11 +33,14 @@ bool SplitPair(const ustring& item, ustring& name, ustring& value) {
 }
 
 // d, m, s of an angle's absolute value; s is the remainder in seconds.
+// Rounded to the six decimals of the text first, in whole microseconds of arc, so that an
+// angle a hair below a whole minute reads 01m00.000000s and never 00m60.000000s.
 void SplitAngle(double a, int& d, int& m, double& s) {
-    const double v = std::fabs(a);
-    d = static_cast<int>(v);
-    m = static_cast<int>((v - d) * 60);
-    s = (v - d) * 3600 - m * 60.0;
+    constexpr long long kPerSecond = 1000000, kPerMinute = 60 * kPerSecond, kPerDegree = 60 * kPerMinute;
+    const long long micro = std::llround(std::fabs(a) * static_cast<double>(kPerDegree));
+    d = static_cast<int>(micro / kPerDegree);
+    m = static_cast<int>(micro % kPerDegree / kPerMinute);
+    s = static_cast<double>(micro % kPerMinute) / kPerSecond;
 }
 
 bool ParseAngle(const ustring& text, wchar_t negative, double& out) {

@@ -61,6 +61,9 @@ enum FenkDialogId : unsigned {
     // Site configuration
     IDD_SITE_CONFIGURATION = 3270,
     IDD_SITE_CONFIGURATION_WIDE = 3271,
+    // Coordinate editors (numbers of the site family's own)
+    IDD_XYZ_COORD_EDIT = 5800,
+    IDD_GEO_COORD_EDIT = 5801,
 
     // Receiver information (its layout is named "Receiver Info"; the number is the library's)
     IDD_RECEIVER_INFO = 5300,

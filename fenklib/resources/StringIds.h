@@ -333,6 +333,21 @@ enum FenkStringId : unsigned {
     IDS_KW_OFF = 5752,
     IDS_KW_STATIC = 5753,
     IDS_KW_DYNAMIC = 5754,
+    // Site and coordinates
+    IDS_ENTER_NO_MORE_CHARS = 5800,            // "Enter no more than %d characters."
+    IDS_ENTER_A_NUMBER = 5801,
+    IDS_VALUE_BETWEEN = 5802,                  // "Enter a value between %s and %s."
+    IDS_CARTESIAN_COORDINATES = 5803,
+    IDS_GEODETIC_COORDINATES = 5804,
+    IDS_X_M = 5805,
+    IDS_Y_M = 5806,
+    IDS_Z_M = 5807,
+    IDS_LATITUDE = 5808,
+    IDS_LONGITUDE = 5809,
+    IDS_DEGREES_SHORT = 5810,
+    IDS_MINUTES_SHORT = 5811,
+    IDS_SECONDS_SHORT = 5812,
+    IDS_DECIMAL_DEGREES = 5813,
 
     // Each window family numbers its unnumbered texts in its own hundred, so that families
     // added side by side never collide: status 5400, output messages 5500, ports 5600,

@@ -334,6 +334,21 @@ constexpr std::array kTable = Sorted(std::to_array<FenkStringEntry>({
     {IDS_KW_STATIC, L"Static"},
     {IDS_KW_DYNAMIC, L"Dynamic"},
 }));
+    {IDS_ENTER_NO_MORE_CHARS, L"Enter no more than %d characters."},
+    {IDS_ENTER_A_NUMBER, L"Please enter a number."},
+    {IDS_VALUE_BETWEEN, L"Enter a value between %s and %s."},
+    {IDS_CARTESIAN_COORDINATES, L"Cartesian Coordinates"},
+    {IDS_GEODETIC_COORDINATES, L"Geodetic Coordinates"},
+    {IDS_X_M, L"X, m:"},
+    {IDS_Y_M, L"Y, m:"},
+    {IDS_Z_M, L"Z, m:"},
+    {IDS_LATITUDE, L"Latitude:"},
+    {IDS_LONGITUDE, L"Longitude:"},
+    {IDS_DEGREES_SHORT, L"Deg"},
+    {IDS_MINUTES_SHORT, L"Min"},
+    {IDS_SECONDS_SHORT, L"Sec"},
+    {IDS_DECIMAL_DEGREES, L"Decimal"},
+});
 
 constexpr bool StrictlyAscending() {
     return std::adjacent_find(kTable.begin(), kTable.end(), [](const auto& a, const auto& b) {

@@ -30,10 +30,24 @@ constexpr unsigned KEEP = kKeepOnReset;
 constexpr double kIntMax = 2147483647.0;
 
 // Invented antenna families and radomes of the antenna database.
-constexpr std::array kAntennaFamilies{"FNK-GA1", "FNK-GA3", "FNK-GA5", "FNK-CR4", "FNK-CR4.1",
-                                      "FNK-MG2", "LYN-A1", "LYN-A2", "ARC-G2", "ARC-G3",
-                                      "ARC-CHK", "RV-MX9", "RV-MX9L", "ZED-INT"};
-constexpr std::array kRadomes{"NONE", "SCIS", "DOME"};
+// A product line of antennas: its prefix and how many models it has (numbered 1..models).
+struct ANTENNA_SERIES {
+    const char* prefix;
+    int models;
+};
+// Sized like a receiver's real database: a few hundred identifiers, so that the list reply
+// takes seconds at 9600 bit/s.
+constexpr ANTENNA_SERIES kAntennaSeries[] = {
+    {"FNK-GA", 9}, {"FNK-CR", 6}, {"FNK-MG", 4}, {"FNK-PN", 5}, {"LYN-A", 7},  {"LYN-RV", 4}, {"ARC-G", 6}, {"ARC-CHK", 3},
+    {"RV-MX", 5},  {"RV-HX", 4},  {"ZED-INT", 2}, {"KOL-S", 5}, {"TRV-", 6},  {"NAV-DM", 4}, {"ORB-", 5},
+};
+constexpr std::array kRadomes{"NONE", "SCIS", "DOME", "SNOW", "TZGD"};
+
+constexpr size_t AntennaCount() {
+    size_t models = 0;
+    for (const ANTENNA_SERIES& s : kAntennaSeries) models += static_cast<size_t>(s.models);
+    return models * kRadomes.size();
+}
 
 std::vector<Row> IdentityRows() {
     return {
@@ -159,7 +173,7 @@ std::vector<Row> TrackingRows() {
         {"button/auto", Words(K::ButtonAuto()), "off"},
         {"antdb/ids/id", Of(T::List), ParamDefaults::AntennaList(), RO},
         {"antdb/ids/count", Int(0, kIntMax),
-         std::to_string(kAntennaFamilies.size() * kRadomes.size()), RO},
+         std::to_string(AntennaCount()), RO},
     };
 }
 
@@ -231,11 +245,12 @@ std::vector<std::string> ParamDefaults::Expand(std::string_view pattern) {
 
 std::string ParamDefaults::AntennaList() {
     std::string list = "{";
-    for (const char* family : kAntennaFamilies)
-        for (const char* radome : kRadomes) {
-            if (list.size() > 1) list += ',';
-            list += std::string(family) + ' ' + radome;
-        }
+    for (const ANTENNA_SERIES& series : kAntennaSeries)
+        for (int model = 1; model <= series.models; ++model)
+            for (const char* radome : kRadomes) {
+                if (list.size() > 1) list += ',';
+                list += std::string(series.prefix) + std::to_string(model) + ' ' + radome;
+            }
     return list + "}";
 }
 
