@@ -347,6 +347,12 @@ std::vector<vok::MSG> CVokReceiverMateCore::GetPortMessages(vok::EDev port) {
     return messages;
 }
 
+void CVokReceiverMateCore::SetPortMessages(vok::EDev port, const std::vector<vok::MSG>& messages) {
+    for (const vok::MSG& msg : messages) CheckCommandArgument(msg.name, false);   // nothing is sent for a bad list
+    DisableMessages(port);
+    for (const vok::MSG& msg : messages) EnableMessage(port, msg);
+}
+
 vok::MSG CVokReceiverMateCore::GetDefaultSchedule(const ustring& name) {
     CheckCommandArgument(name, false);
     bool ok = false;

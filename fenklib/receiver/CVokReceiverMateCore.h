@@ -116,6 +116,8 @@ public:
     void EnableMessage(vok::EDev port, const vok::MSG& msg);
     void DisableMessages(vok::EDev port);
     std::vector<vok::MSG> GetPortMessages(vok::EDev port);
+    // A port's whole output list: "dm" for the port, then one "em" per message in list order.
+    void SetPortMessages(vok::EDev port, const std::vector<vok::MSG>& messages);
     vok::MSG GetDefaultSchedule(const ustring& name);
     void SetDefaultSchedule(const vok::MSG& msg);
     void InitItem(const ustring& item);

@@ -25,6 +25,7 @@ enum FenkDialogId : unsigned {
     IDD_MESSAGE_LIST = 3287,
     IDD_RCV_MESSAGE_MUL_LIST = 3414,
     IDD_RCV_MESSAGE_MUL_LIST_WIDE = 3415,
+    IDD_LOGGING_MESSAGES = 5500,   // the library's number: the logging messages dialog has no layout of its own
 
     // Receiver ports dialog and port pages
     IDD_RECEIVER_PORTS = 3369,

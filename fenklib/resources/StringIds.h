@@ -348,6 +348,15 @@ enum FenkStringId : unsigned {
     IDS_MINUTES_SHORT = 5811,
     IDS_SECONDS_SHORT = 5812,
     IDS_DECIMAL_DEGREES = 5813,
+    // Output message dialogs: load figure, range check, logging messages
+    IDS_VALUE_OUT_OF_RANGE = 5500,
+    IDS_MESSAGE_LABEL = 5501,
+    IDS_PORT_LOAD = 5502,
+    IDS_PORT_LOAD_NO_RATE = 5503,
+    IDS_PORT_LOAD_OVER = 5504,
+    IDS_LOGGING_MESSAGES = 5505,
+    IDS_LOG_FILE_A = 5506,
+    IDS_LOG_FILE_B = 5507,
 
     // Each window family numbers its unnumbered texts in its own hundred, so that families
     // added side by side never collide: status 5400, output messages 5500, ports 5600,

@@ -348,6 +348,14 @@ constexpr std::array kTable = Sorted(std::to_array<FenkStringEntry>({
     {IDS_MINUTES_SHORT, L"Min"},
     {IDS_SECONDS_SHORT, L"Sec"},
     {IDS_DECIMAL_DEGREES, L"Decimal"},
+    {IDS_VALUE_OUT_OF_RANGE, L"Please enter a number between %s and %s."},
+    {IDS_MESSAGE_LABEL, L"Message:"},
+    {IDS_PORT_LOAD, L"Load on the port: %s of %s bit/s"},
+    {IDS_PORT_LOAD_NO_RATE, L"Output: %s bytes/s"},
+    {IDS_PORT_LOAD_OVER, L"These messages need %s of the port's line rate, more than it can carry; some will be lost. Keep them anyway?"},
+    {IDS_LOGGING_MESSAGES, L"Logging Messages"},
+    {IDS_LOG_FILE_A, L"Log file A:"},
+    {IDS_LOG_FILE_B, L"Log file B:"},
 });
 
 constexpr bool StrictlyAscending() {

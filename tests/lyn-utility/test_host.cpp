@@ -26,6 +26,7 @@ TEST(Host, BindsWhatTheLibraryExportsAndReportsTheRest) {
     for (const auto& launcher : binding.ReceiverLaunchers()) receiverLaunchers.push_back(launcher.name);
     EXPECT_TRUE(Has(receiverLaunchers, "run_ReceiverInfoDlg"));
     EXPECT_TRUE(Has(receiverLaunchers, "run_SiteConfigurationDlg"));
+    EXPECT_TRUE(Has(receiverLaunchers, "run_LoggingMessagesDlg"));
     EXPECT_FALSE(Has(receiverLaunchers, "run_XyzCoordEditDlg")) << "launchers with more arguments are not bound as plain ones";
     CFenkBinding missing;
     EXPECT_FALSE(missing.Load(QStringLiteral("/nonexistent/libfenk.so")));

@@ -91,11 +91,18 @@ struct ListRow {
 };
 const ListRow kListRows[] = {
     {"list,/par/dev/ser", "\\{a=port,b=port,c=port,d=port\\}", "serial group of the ports dialog"},
+    {"list,/par/dev/usb", "\\{a=port\\}", "USB group"},
     {"list,/par/dev/tcp", "\\{a=port,b=port,c=port,d=port,e=port\\}", "TCP group"},
+    {"list,/par/dev/mvp", "\\{a=port\\}", "modem link group"},
     {"list,/par/com", "\\{a=port\\}", "script ports"},
-    {"list,/msg/nmea", "\\{GGA,RMC,GSA,GSV,ZDA\\}", "NMEA group"},
-    {"list,/msg/rtcm", "\\{\\}", "a known group without messages here"},
-    {"list,/msg/def", "\\{nmea/GGA,nmea/RMC,nmea/GSA,nmea/GSV,nmea/ZDA,jps/DL\\}", "defaults"},
+    {"list,/msg/qls", "\\{RT,PV,SI,EL,AZ,RC,PC,ET\\}", "own raw-data group"},
+    {"list,/msg/nmea", "\\{GGA,RMC,GSA,GSV,ZDA,GST,VTG,GLL\\}", "NMEA group"},
+    {"list,/msg/jps", "\\{DL\\}", "own messages"},
+    {"list,/msg/rtcm", "\\{1,3,18,19,22,31,32\\}", "RTCM 2 group"},
+    {"list,/msg/rtcm3", "\\{1004,1006,1008,1012,1033,1074,1084,1230\\}", "RTCM 3 group"},
+    {"list,/msg/cmr", "\\{0,1,2,3\\}", "CMR group"},
+    {"list,/msg/binex", "\\{00,01-01,7f-05\\}", "BINEX group"},
+    {"list,/msg/def", R"(\{qls/RT,qls/PV,.*,nmea/GGA,.*,rtcm3/1004,.*,binex/7f-05,jps/DL\})", "defaults of every group"},
     {"list,/par/antdb/ids/id", R"(\{([A-Z0-9.\- ]+,)+[A-Z0-9.\- ]+\})", "antenna database"},
 };
 

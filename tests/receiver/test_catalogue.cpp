@@ -108,6 +108,11 @@ TEST_F(CatalogueTest, SettersFormatTheirArguments) {
         c.call();
         EXPECT_EQ(rx->Sent(), std::vector<ustring>{c.sent}) << c.legend;
     }
+    rx->ClearLog();
+    mate.SetPortMessages(vok::CUR_FILE_B, {{L"nmea/GSV", 5, 1, -256, 0x81}, {L"/msg/qls/PV", 0.1, 0, 32767, 0}});
+    EXPECT_EQ(rx->Sent(), (std::vector<ustring>{L"dm,/cur/file/b", L"em,/cur/file/b,nmea/GSV:{5.000000,1.000000,-256,0x81}",
+                                                 L"em,/cur/file/b,/msg/qls/PV:{0.100000,0.000000,32767,0x0}"}))
+        << "a port's list: disable all, then each message in order";
 }
 
 TEST_F(CatalogueTest, CombinedSerialCommandExpectsNoReply) {

@@ -14,10 +14,24 @@ struct Entry {
     const char* name;
     Schedule schedule;
 };
+// Each group as the firmware lists it, with the default schedule of each message.
 const std::array kFactory{
-    Entry{"nmea/GGA", {1, 0, 0, 0}}, Entry{"nmea/RMC", {1, 0, 0, 0}},
-    Entry{"nmea/GSA", {1, 0, 0, 0}}, Entry{"nmea/GSV", {5, 0, 0, 0}},
-    Entry{"nmea/ZDA", {1, 0, 0, 0}}, Entry{"jps/DL", {1, 0, 0, 0}},
+    Entry{"qls/RT", {1, 0, 0, 0}},     Entry{"qls/PV", {1, 0, 0, 0}},     Entry{"qls/SI", {1, 0, 0, 0}},
+    Entry{"qls/EL", {1, 0, 0, 0}},     Entry{"qls/AZ", {1, 0, 0, 0}},     Entry{"qls/RC", {1, 0, 0, 0}},
+    Entry{"qls/PC", {1, 0, 0, 0}},     Entry{"qls/ET", {1, 0, 0, 0}},
+    Entry{"nmea/GGA", {1, 0, 0, 0}},   Entry{"nmea/RMC", {1, 0, 0, 0}},   Entry{"nmea/GSA", {1, 0, 0, 0}},
+    Entry{"nmea/GSV", {5, 0, 0, 0}},   Entry{"nmea/ZDA", {1, 0, 0, 0}},   Entry{"nmea/GST", {1, 0, 0, 0}},
+    Entry{"nmea/VTG", {1, 0, 0, 0}},   Entry{"nmea/GLL", {1, 0, 0, 0}},
+    Entry{"rtcm/1", {1, 0, 0, 0}},     Entry{"rtcm/3", {10, 0, 0, 0}},    Entry{"rtcm/18", {1, 0, 0, 0}},
+    Entry{"rtcm/19", {1, 0, 0, 0}},    Entry{"rtcm/22", {10, 0, 0, 0}},   Entry{"rtcm/31", {1, 0, 0, 0}},
+    Entry{"rtcm/32", {10, 0, 0, 0}},
+    Entry{"rtcm3/1004", {1, 0, 0, 0}}, Entry{"rtcm3/1006", {10, 0, 0, 0}}, Entry{"rtcm3/1008", {10, 0, 0, 0}},
+    Entry{"rtcm3/1012", {1, 0, 0, 0}}, Entry{"rtcm3/1033", {10, 0, 0, 0}}, Entry{"rtcm3/1074", {1, 0, 0, 0}},
+    Entry{"rtcm3/1084", {1, 0, 0, 0}}, Entry{"rtcm3/1230", {10, 0, 0, 0}},
+    Entry{"cmr/0", {1, 0, 0, 0}},      Entry{"cmr/1", {10, 0, 0, 0}},     Entry{"cmr/2", {10, 0, 0, 0}},
+    Entry{"cmr/3", {1, 0, 0, 0}},
+    Entry{"binex/00", {30, 0, 0, 0}},  Entry{"binex/01-01", {30, 0, 0, 0}}, Entry{"binex/7f-05", {1, 0, 0, 0}},
+    Entry{"jps/DL", {1, 0, 0, 0}},
 };
 }  // namespace
 

@@ -18,6 +18,35 @@ constexpr Generator kNmea[] = {{"nmea/GGA", &Nmea::Gga}, {"nmea/RMC", &Nmea::Rmc
                                {"nmea/GSA", &Nmea::Gsa}, {"nmea/GSV", &Nmea::Gsv},
                                {"nmea/ZDA", &Nmea::Zda}};
 
+// The binary and correction messages: one frame of the size a real one takes on the wire
+// (twelve satellites in view), so that a port's load can be checked against bytes sent.
+struct SizedMessage {
+    const char* name;
+    int bytes;
+};
+constexpr SizedMessage kSized[] = {
+    {"qls/RT", 11},      {"qls/PV", 51},       {"qls/SI", 20},       {"qls/EL", 20},       {"qls/AZ", 20},
+    {"qls/RC", 118},     {"qls/PC", 118},      {"qls/ET", 11},       {"rtcm/1", 110},      {"rtcm/3", 30},
+    {"rtcm/18", 260},    {"rtcm/19", 260},     {"rtcm/22", 20},      {"rtcm/31", 100},     {"rtcm/32", 30},
+    {"rtcm3/1004", 200}, {"rtcm3/1006", 27},   {"rtcm3/1008", 40},   {"rtcm3/1012", 150},  {"rtcm3/1033", 60},
+    {"rtcm3/1074", 160}, {"rtcm3/1084", 130},  {"rtcm3/1230", 14},   {"cmr/0", 200},       {"cmr/1", 40},
+    {"cmr/2", 80},       {"cmr/3", 150},       {"binex/00", 120},    {"binex/01-01", 1600}, {"binex/7f-05", 400},
+};
+
+// A frame of exactly `bytes` bytes whose payload changes with the epoch.
+std::string SizedFrame(std::string_view name, int bytes, double at) {
+    const std::string id(name.substr(name.find('/') + 1));
+    std::string payload;
+    for (int guess = 0; guess < 4; ++guess) {
+        const int length = bytes - static_cast<int>(Frame::Message(id, payload).size() - payload.size());
+        if (length < 0 || static_cast<int>(payload.size()) == length) break;
+        payload.assign(static_cast<std::size_t>(length), '0');
+    }
+    const unsigned long epoch = static_cast<unsigned long>(at * 10);
+    for (std::size_t i = 0; i < payload.size(); ++i) payload[i] = "0123456789ABCDEF"[(epoch + i * 7) % 16];
+    return Frame::Message(id, payload);
+}
+
 // Position wander of each solution kind: amplitude in metres.
 double Wander(std::string_view mode) {
     if (mode == "pd") return 0.01;
@@ -116,6 +145,8 @@ std::string Receiver::MessageBytes(const std::string& name, const Fix& fix, doub
     for (const auto& g : kNmea)
         if (name == g.name) return g.make(fix);
     if (name == "jps/DL") return Frame::Message("DL", DataLinkPayload(now));
+    for (const auto& m : kSized)
+        if (name == m.name) return SizedFrame(m.name, m.bytes, now);
     return {};
 }
 

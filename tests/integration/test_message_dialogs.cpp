@@ -1,0 +1,294 @@
+// The output message dialogs offscreen against the simulator over loopback.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTimer>
+#include <QTreeWidget>
+#include <functional>
+
+#include "SimLink.h"
+#include "fenklib/frame/DialogTemplate.h"
+#include "fenklib/frame/LibraryHelpers.h"
+#include "fenklib/messages/CLoggingMessagesDlg.h"
+#include "fenklib/messages/CMessageListDlg.h"
+#include "fenklib/messages/CRcvMessageDlg.h"
+#include "fenklib/messages/CRcvMessageListDlg.h"
+#include "fenklib/messages/CRcvMessageMulListDlg.h"
+#include "fenklib/receiver/CVokReceiverMate.h"
+#include "fenklib/resources/StringIds.h"
+#include "platform/uikit/CMessageBoxResponder.h"
+
+using basekit::ustring;
+using devio::vok::MSG;
+using fenktest::SimLink;
+
+namespace {
+
+// The shipped data files, as an installed library finds them.
+const bool kDataFound = [] {
+    qputenv("XDG_DATA_DIRS", qgetenv("FENK_BUILD_DIR") + "/share");
+    return true;
+}();
+
+bool Idle(const QWidget& w) { return w.property("fenkIdle").toBool(); }
+
+// Runs a dialog; step is called every few milliseconds in its modal loop until it returns true
+// (having ended the dialog). Bounded: after 60 s the dialog is cancelled.
+template <typename Dlg>
+int Drive(Dlg& dlg, const std::function<bool()>& step) {
+    QTimer timer;
+    int ticks = 0;
+    QObject::connect(&timer, &QTimer::timeout, &dlg, [&] {
+        if (!dlg.IsModalRunning()) return;
+        if (step()) {
+            timer.stop();
+        } else if (++ticks > 6000) {
+            timer.stop();
+            dlg.EndDialog(2);
+        }
+    });
+    timer.start(10);
+    return dlg.DoModal();
+}
+
+void Shot(QWidget& w, const char* name) {
+    w.grab().save(QString::fromUtf8(qgetenv("FENK_BUILD_DIR")) + QStringLiteral("/tour-%1.png").arg(QLatin1String(name)));
+}
+
+QTreeWidgetItem* Child(QTreeWidget* tree, const QString& group, int index) {
+    for (int g = 0; g < tree->topLevelItemCount(); ++g)
+        if (tree->topLevelItem(g)->text(0) == group) return tree->topLevelItem(g)->child(index);
+    return nullptr;
+}
+
+}  // namespace
+
+TEST(MessagePicker, CatalogueTreeAndOkOnlyOnAMessage) {
+    ASSERT_TRUE(kDataFound);
+    SimLink link;
+    ustring name;
+    CRcvMessageListDlg dlg(link.Receiver(), nullptr, name);
+    QStringList groups;
+    QString gga;
+    bool okOnGroup = true;
+    const int result = Drive(dlg, [&] {
+        if (!Idle(dlg) || dlg.Tree()->topLevelItemCount() == 0) return false;
+        for (int g = 0; g < dlg.Tree()->topLevelItemCount(); ++g) groups << dlg.Tree()->topLevelItem(g)->text(0);
+        gga = Child(dlg.Tree(), QStringLiteral("nmea"), 0)->text(0);
+        dlg.Tree()->setCurrentItem(dlg.Tree()->topLevelItem(1));
+        okOnGroup = dlg.IsOkEnabled();
+        dlg.Tree()->setCurrentItem(Child(dlg.Tree(), QStringLiteral("rtcm3"), 0));
+        Shot(dlg, "RcvMessageListDlg");
+        dlg.accept();
+        return true;
+    });
+    EXPECT_EQ(groups, (QStringList{"qls", "nmea", "rtcm", "rtcm3", "cmr", "binex"})) << "the six groups in order";
+    EXPECT_EQ(gga, QStringLiteral("GGA (GPS fix data)")) << "name with its description";
+    EXPECT_FALSE(okOnGroup) << "a group node cannot be chosen";
+    EXPECT_EQ(result, 1);
+    EXPECT_EQ(name, L"rtcm3/1004") << "the full name";
+}
+
+TEST(MessageMultiPicker, AddsOnceWithTheDefaultScheduleAndDeletesAfterAsking) {
+    SimLink link;
+    std::vector<MSG> list{{L"/msg/nmea/GGA", 2, 0, 0, 0}};
+    CRcvMessageMulListDlg dlg(link.Receiver(), nullptr, list);
+    std::vector<ustring> shownRow;
+    const int result = Drive(dlg, [&] {
+        if (!Idle(dlg) || dlg.Tree()->topLevelItemCount() == 0) return false;
+        dlg.OnAddNode(Child(dlg.Tree(), QStringLiteral("nmea"), 0));   // GGA, already listed in the port's form
+        dlg.OnAddNode(Child(dlg.Tree(), QStringLiteral("nmea"), 3));   // GSV
+        dlg.OnAddNode(Child(dlg.Tree(), QStringLiteral("nmea"), 3));   // GSV again
+        dlg.OnAddNode(dlg.Tree()->topLevelItem(0));                    // a group node adds nothing
+        for (int c = 0; c < 6; ++c) shownRow.push_back(ustring::FromQString(dlg.List()->topLevelItem(1)->text(c)));
+        Shot(dlg, "RcvMessageMulListDlg");
+        {
+            const uikit::CMessageBoxResponder no;   // No keeps the rows
+            dlg.List()->topLevelItem(0)->setSelected(true);
+            dlg.OnDelete();
+            EXPECT_EQ(dlg.Chosen().size(), 2u);
+            EXPECT_EQ(no.Requests().size(), 1u);
+            if (!no.Requests().empty()) EXPECT_EQ(no.Requests()[0].text, LoadResString(IDS_CONFIRM_DELETION));
+        }
+        const uikit::CMessageBoxResponder yes([](const uikit::MessageBoxRequest&) { return uikit::IDYES; });
+        dlg.OnDelete();
+        dlg.accept();
+        return true;
+    });
+    EXPECT_EQ(result, 1);
+    EXPECT_EQ(shownRow, (std::vector<ustring>{L"nmea/GSV", L"5.00", L"0.00", L"0", L"0x0", L"GNSS satellites in view"}))
+        << "the receiver's default schedule of GSV, formatted";
+    ASSERT_EQ(list.size(), 1u);
+    EXPECT_EQ(list[0], (MSG{L"nmea/GSV", 5, 0, 0, 0}));
+}
+
+TEST(MessageEditor, RangesAndFlags) {
+    SimLink link;
+    struct Case { const char* period; const char* phase; const char* count; bool accepted; const char* legend; };
+    const Case cases[] = {
+        {"1", "0", "-256", true, "lowest count"},
+        {"1", "0", "32767", true, "highest count"},
+        {"1", "0", "-257", false, "count below the range"},
+        {"1", "0", "32768", false, "count above the range"},
+        {"86400", "86400", "0", true, "a day is the longest period and phase"},
+        {"86400.5", "0", "0", false, "period above a day"},
+        {"1", "-0.1", "0", false, "negative phase"},
+        {"x", "0", "0", false, "not a number"},
+    };
+    for (const Case& c : cases) {
+        MSG msg{L"nmea/GGA", 1, 0, 0, 0x100};
+        CRcvMessageDlg dlg(link.Receiver(), nullptr, msg);
+        const uikit::CMessageBoxResponder boxes;
+        const int result = Drive(dlg, [&] {
+            qobject_cast<QLineEdit*>(dlg.Control(CRcvMessageDlg::IDC_PERIOD))->setText(QString::fromLatin1(c.period));
+            qobject_cast<QLineEdit*>(dlg.Control(CRcvMessageDlg::IDC_PHASE))->setText(QString::fromLatin1(c.phase));
+            qobject_cast<QLineEdit*>(dlg.Control(CRcvMessageDlg::IDC_COUNT))->setText(QString::fromLatin1(c.count));
+            for (unsigned bit : {0u, 3u, 7u}) qobject_cast<QCheckBox*>(dlg.Control(CRcvMessageDlg::IDC_FLAG0 + bit))->setChecked(true);
+            dlg.accept();
+            if (!boxes.Requests().empty()) dlg.reject();   // refused: the dialog stayed open
+            return true;
+        });
+        EXPECT_EQ(result, c.accepted ? 1 : 2) << c.legend;
+        EXPECT_EQ(boxes.Requests().size(), c.accepted ? 0u : 1u) << c.legend;
+        if (c.accepted) {
+            EXPECT_EQ(msg.count, std::atoi(c.count)) << c.legend;
+            EXPECT_EQ(msg.flags, 0x89u) << "the word rebuilt from the eight boxes; bit 8 dropped";
+        } else {
+            EXPECT_EQ(msg, (MSG{L"nmea/GGA", 1, 0, 0, 0x100})) << "unchanged: " << c.legend;
+        }
+    }
+}
+
+TEST(MessageEditor, NameGivenOrChosen) {
+    SimLink link;
+    struct Case { const wchar_t* name; bool browse; bool ok; const char* shown; const char* legend; };
+    const Case cases[] = {
+        {L"nmea/GGA", false, true, "nmea/GGA (GPS fix data)", "a name: shown described, ... off"},
+        {L"nmea/XYZ", false, true, "nmea/XYZ", "a name without description: bare"},
+        {L"", true, false, "", "no name: ... on, OK off until one is chosen"},
+    };
+    for (const Case& c : cases) {
+        MSG msg{c.name, 1, 0, 0, 0};
+        CRcvMessageDlg dlg(link.Receiver(), nullptr, msg);
+        Drive(dlg, [&] {
+            EXPECT_EQ(dlg.Control(CRcvMessageDlg::IDC_BROWSE)->isEnabled(), c.browse) << c.legend;
+            EXPECT_EQ(dlg.Control(IDOK_BUTTON)->isEnabled(), c.ok) << c.legend;
+            EXPECT_EQ(qobject_cast<QLineEdit*>(dlg.Control(CRcvMessageDlg::IDC_NAME))->text(), QString::fromUtf8(c.shown)) << c.legend;
+            if (*c.name) Shot(dlg, "RcvMessageDlg");
+            dlg.reject();
+            return true;
+        });
+    }
+}
+
+TEST(MessageListDialog, AddMergesEditDeleteAndOkCopiesBack) {
+    SimLink link;
+    std::vector<MSG> list{{L"/msg/nmea/GGA", 1, 0, 0, 0}, {L"/msg/nmea/ZDA", 1, 0, 0, 0}};
+    const std::vector<MSG> original = list;
+    CMessageListDlg dlg(link.Receiver(), nullptr, list);
+    dlg.SetLineRate(9600);
+    int stage = 0;
+    bool keepEdit = false;
+    const int result = Drive(dlg, [&] {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (auto* picker = dynamic_cast<CRcvMessageMulListDlg*>(modal)) {
+            if (!Idle(*picker) || picker->Tree()->topLevelItemCount() == 0) return false;
+            picker->OnAddNode(Child(picker->Tree(), QStringLiteral("nmea"), 0));   // GGA: already in the list
+            picker->OnAddNode(Child(picker->Tree(), QStringLiteral("rtcm3"), 0));  // 1004
+            picker->accept();
+            return false;
+        }
+        if (auto* editor = dynamic_cast<CRcvMessageDlg*>(modal)) {
+            qobject_cast<QLineEdit*>(editor->Control(CRcvMessageDlg::IDC_PERIOD))->setText(QStringLiteral("0.5"));
+            if (keepEdit) editor->accept(); else editor->reject();
+            return false;
+        }
+        if (modal != &dlg) return false;
+        auto* rows = dlg.findChild<QTreeWidget*>();
+        switch (stage++) {
+            case 0: QTimer::singleShot(0, &dlg, [&] { dlg.Editor().OnAdd(); }); return false;
+            case 1:
+                EXPECT_EQ(dlg.Editor().Messages().size(), 3u) << "GGA merged by name, 1004 added";
+                rows->setCurrentItem(rows->topLevelItem(0));
+                QTimer::singleShot(0, &dlg, [&] { dlg.Editor().OnEdit(); });   // cancelled
+                return false;
+            case 2:
+                EXPECT_EQ(rows->topLevelItem(0)->text(1), QStringLiteral("1.00")) << "not refreshed on Cancel";
+                keepEdit = true;
+                QTimer::singleShot(0, &dlg, [&] { dlg.Editor().OnEdit(); });   // accepted
+                return false;
+            case 3: {
+                EXPECT_EQ(rows->topLevelItem(0)->text(1), QStringLiteral("0.50")) << "refreshed on OK";
+                Shot(dlg, "MessageListDlg");
+                rows->clearSelection();
+                rows->topLevelItem(1)->setSelected(true);
+                const uikit::CMessageBoxResponder yes([](const uikit::MessageBoxRequest&) { return uikit::IDYES; });
+                dlg.Editor().OnDelete();
+                dlg.accept();   // 148 + 200 bytes a second on 9600 bit/s: below the line rate, no question
+                EXPECT_EQ(yes.Requests().size(), 1u);
+                return true;
+            }
+        }
+        dlg.reject();
+        return true;
+    });
+    EXPECT_EQ(result, 1);
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_EQ(list[0], (MSG{L"/msg/nmea/GGA", 0.5, 0, 0, 0}));
+    EXPECT_EQ(list[1].name, L"rtcm3/1004");
+    EXPECT_NE(list, original);
+}
+
+TEST(MessageListDialog, OverloadedPortAsksBeforeKeeping) {
+    SimLink link;
+    struct Case { int rate; int answer; int result; std::size_t questions; const char* legend; };
+    const Case cases[] = {
+        {115200, uikit::IDNO, 1, 0, "fits the line: no question"},
+        {9600, uikit::IDNO, 2, 1, "overloaded, No: stays open (then cancelled)"},
+        {9600, uikit::IDYES, 1, 1, "overloaded, Yes: kept"},
+    };
+    for (const Case& c : cases) {
+        std::vector<MSG> list{{L"rtcm3/1004", 0.1, 0, 0, 0}, {L"rtcm3/1012", 0.1, 0, 0, 0}};   // 3500 bytes a second
+        CMessageListDlg dlg(link.Receiver(), nullptr, list);
+        dlg.SetLineRate(c.rate);
+        const uikit::CMessageBoxResponder boxes([&](const uikit::MessageBoxRequest&) { return c.answer; });
+        const int result = Drive(dlg, [&] {
+            dlg.accept();
+            if (c.answer == uikit::IDNO && !boxes.Requests().empty()) dlg.reject();   // No: it stayed open
+            return true;
+        });
+        EXPECT_EQ(result, c.result) << c.legend;
+        EXPECT_EQ(boxes.Requests().size(), c.questions) << c.legend;
+    }
+}
+
+TEST(LoggingMessages, ReadsAndWritesBothLogFiles) {
+    SimLink link;
+    {
+        devio::CVokReceiverMate mate(link.Receiver());
+        mate.SetPortMessages(devio::vok::CUR_FILE_A, {{L"qls/RT", 1, 0, 0, 0}, {L"qls/PV", 1, 0, 0, 0}});
+    }
+    CLoggingMessagesDlg dlg(link.Receiver(), nullptr);
+    std::size_t readA = 99, readB = 99;
+    const int result = Drive(dlg, [&] {
+        if (!Idle(dlg) || !dlg.findChild<QPushButton*>()->isEnabled()) return false;
+        readA = dlg.EditorA().Messages().size();
+        readB = dlg.EditorB().Messages().size();
+        dlg.EditorB().SetMessages({{L"nmea/GGA", 5, 0, 10, 0x1}});
+        Shot(dlg, "LoggingMessagesDlg");
+        dlg.accept();
+        return true;
+    });
+    EXPECT_EQ(result, 1);
+    EXPECT_EQ(readA, 2u);
+    EXPECT_EQ(readB, 0u) << "an empty reply is an empty list";
+    devio::CVokReceiverMate mate(link.Receiver());
+    const auto a = mate.GetPortMessages(devio::vok::CUR_FILE_A);
+    const auto b = mate.GetPortMessages(devio::vok::CUR_FILE_B);
+    ASSERT_EQ(a.size(), 2u);
+    ASSERT_EQ(b.size(), 1u);
+    EXPECT_EQ(b[0], (MSG{L"/msg/nmea/GGA", 5, 0, 10, 0x1}));
+}
