@@ -333,7 +333,6 @@ constexpr std::array kTable = Sorted(std::to_array<FenkStringEntry>({
     {IDS_KW_OFF, L"Off"},
     {IDS_KW_STATIC, L"Static"},
     {IDS_KW_DYNAMIC, L"Dynamic"},
-}));
     {IDS_ENTER_NO_MORE_CHARS, L"Enter no more than %d characters."},
     {IDS_ENTER_A_NUMBER, L"Please enter a number."},
     {IDS_VALUE_BETWEEN, L"Enter a value between %s and %s."},
@@ -356,7 +355,7 @@ constexpr std::array kTable = Sorted(std::to_array<FenkStringEntry>({
     {IDS_LOGGING_MESSAGES, L"Logging Messages"},
     {IDS_LOG_FILE_A, L"Log file A:"},
     {IDS_LOG_FILE_B, L"Log file B:"},
-});
+}));
 
 constexpr bool StrictlyAscending() {
     return std::adjacent_find(kTable.begin(), kTable.end(), [](const auto& a, const auto& b) {
