@@ -8,13 +8,15 @@ install(TARGETS lyn-utility rcvsim-bin nmeadump RUNTIME DESTINATION ${CMAKE_INST
 set(_fenk_headers
   fenklib/FenkLaunchers.h
   fenklib/frame/FenkExport.h fenklib/frame/CFenkGlobalSettings.h fenklib/frame/CFenkLibDoc.h fenklib/frame/PortHooks.h
-  fenklib/receiver/VokTypes.h)
+  fenklib/frame/CJobContext.h fenklib/files/ProgressInfo.h)
 foreach(h ${_fenk_headers})
   get_filename_component(d ${h} DIRECTORY)
   install(FILES ${h} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/fenk/${d})
 endforeach()
 # The interfaces a host passes to the library, and the base types they are made of.
 install(DIRECTORY platform/basekit DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/fenk/platform FILES_MATCHING PATTERN "*.h")
+# A progress run's work gets the command layer (run_ProgressDlg).
+install(DIRECTORY fenklib/receiver DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/fenk/fenklib FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY platform/devio DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/fenk/platform FILES_MATCHING PATTERN "*.h")
 
 configure_file(cmake/package/FenkLibConfig.cmake.in ${CMAKE_BINARY_DIR}/package/FenkLibConfig.cmake @ONLY)
