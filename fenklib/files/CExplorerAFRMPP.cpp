@@ -5,7 +5,7 @@
 #include <QPushButton>
 
 #include "fenklib/frame/CLayoutFactory.h"
-#include "fenklib/frame/IntegerRangeCheck.h"
+#include "fenklib/frame/RangeValidation.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "fenklib/resources/DialogIds.h"
@@ -120,9 +120,9 @@ void CExplorerAFRMPP::ShowValues() {
 bool CExplorerAFRMPP::TakeValues() {
     m_enabled = m_controls.Get<QCheckBox>(IDC_ENABLE)->isChecked();
     m_removeOld = m_controls.Get<QCheckBox>(IDC_REMOVE_OLD)->isChecked();
-    return TakeIntegerInRange(this, m_controls.Get<QLineEdit>(IDC_PERIOD), kPeriodMin, kPeriodMax, m_period) &&
-           TakeIntegerInRange(this, m_controls.Get<QLineEdit>(IDC_PHASE), kPhaseMin, kPhaseMax, m_phase) &&
-           TakeIntegerInRange(this, m_controls.Get<QLineEdit>(IDC_COUNTER), kCounterMin, kCounterMax, m_counter);
+    return ValidateRange(this, m_controls.Get<QLineEdit>(IDC_PERIOD), kPeriodMin, kPeriodMax, m_period) &&
+           ValidateRange(this, m_controls.Get<QLineEdit>(IDC_PHASE), kPhaseMin, kPhaseMax, m_phase) &&
+           ValidateRange(this, m_controls.Get<QLineEdit>(IDC_COUNTER), kCounterMin, kCounterMax, m_counter);
 }
 
 void CExplorerAFRMPP::OnEnableClicked() {

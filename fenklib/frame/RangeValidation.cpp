@@ -20,10 +20,17 @@ bool ReadNumber(const QLineEdit* edit, double& value) {
     return ok;
 }
 
-bool Refuse(QWidget* owner, QLineEdit* edit, const QString& min, const QString& max) {
+// The limits as a person reads them, without group separators (86400, not 86.400).
+QString Shown(double limit) {
+    QLocale locale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    return locale.toString(limit, 'g', 12);
+}
+
+bool Refuse(QWidget* owner, QLineEdit* edit, unsigned message, double min, double max) {
     uikit::CMessageBoxService::Show(owner,
-                                    ustring::Format(LoadResString(IDS_VALUE_OUT_OF_RANGE).c_str(), ustring::FromQString(min),
-                                                    ustring::FromQString(max)),
+                                    ustring::Format(LoadResString(message).c_str(), ustring::FromQString(Shown(min)),
+                                                    ustring::FromQString(Shown(max))),
                                     {}, uikit::MB_OK | uikit::MB_ICONEXCLAMATION);
     edit->setFocus();
     edit->selectAll();
@@ -35,7 +42,7 @@ bool Refuse(QWidget* owner, QLineEdit* edit, const QString& min, const QString& 
 bool ValidateRange(QWidget* owner, QLineEdit* edit, int min, int max, int& value) {
     double number = 0;
     if (!ReadNumber(edit, number) || number != static_cast<double>(static_cast<long long>(number)) || number < min || number > max)
-        return Refuse(owner, edit, QLocale().toString(min), QLocale().toString(max));
+        return Refuse(owner, edit, IDS_ENTER_INTEGER_BETWEEN, min, max);
     value = static_cast<int>(number);
     return true;
 }
@@ -43,7 +50,7 @@ bool ValidateRange(QWidget* owner, QLineEdit* edit, int min, int max, int& value
 bool ValidateRange(QWidget* owner, QLineEdit* edit, double min, double max, double& value) {
     double number = 0;
     if (!ReadNumber(edit, number) || !(number >= min && number <= max))
-        return Refuse(owner, edit, QLocale().toString(min), QLocale().toString(max));
+        return Refuse(owner, edit, IDS_VALUE_OUT_OF_RANGE, min, max);
     value = number;
     return true;
 }

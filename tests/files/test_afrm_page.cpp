@@ -119,7 +119,8 @@ TEST_F(AfrmPage, OutOfRangeNumbersAreRefusedAndNothingIsSent) {
             EXPECT_TRUE(Sets(m_rcv->Sent()).empty()) << row.legend;
             ASSERT_EQ(boxes.Requests().size(), 1u) << row.legend;
             EXPECT_EQ(boxes.Requests()[0].text,
-                      ustring::Format(LoadResString(IDS_ENTER_INTEGER_BETWEEN).c_str(), row.min, row.max))
+                      ustring::Format(LoadResString(IDS_ENTER_INTEGER_BETWEEN).c_str(), ustring::Format(L"%lld", row.min),
+                                     ustring::Format(L"%lld", row.max)))
                 << row.legend;
             EXPECT_EQ(m_sheet.GetActivePage(), &m_page) << row.legend;
             Edit(row.id)->setText(good);
