@@ -123,7 +123,9 @@ bool CSiteConfigurationDlg::OnInitDialog() {
 void CSiteConfigurationDlg::PutValues(const SiteParameters& site) {
     m_controls.Get<QLineEdit>(IDC_SITE_NAME)->setText(site.SiteName.ToQString());
     m_controls.Get<QLineEdit>(IDC_DESCRIPTION)->setText(site.Description.ToQString());
-    m_controls.Get<QLineEdit>(IDC_ANTENNA_HEIGHT)->setText(QLocale().toString(static_cast<double>(site.AntennaHeight)));
+    QLocale own;
+    own.setNumberOptions(QLocale::OmitGroupSeparator);
+    m_controls.Get<QLineEdit>(IDC_ANTENNA_HEIGHT)->setText(own.toString(static_cast<double>(site.AntennaHeight)));
     m_controls.Get<QCheckBox>(IDC_SLANT)->setChecked(site.Slant);
     m_controls.Get<QRadioButton>(site.Dynamics ? IDC_DYNAMIC_RADIO : IDC_STATIC_RADIO)->setChecked(true);
 

@@ -48,6 +48,11 @@ void RefuseRange(QWidget* owner, QLineEdit* edit, double lo, double hi) {
                                         ustring::FromQString(QLocale().toString(hi))));
 }
 
-QString Show(double value, int decimals) { return QLocale().toString(value, 'f', decimals); }
+// Without group separators, so that the text reads back as the same number.
+QString Show(double value, int decimals) {
+    QLocale own;
+    own.setNumberOptions(QLocale::OmitGroupSeparator);
+    return own.toString(value, 'f', decimals);
+}
 
 }  // namespace coordinput
