@@ -48,9 +48,9 @@ public:
     }
     // Called by the reader thread.
     void UpdateProgress(std::uint64_t received, std::uint64_t expected) {
-        if (m_received.exchange(received, std::memory_order_relaxed) == received &&
-            m_expected.exchange(expected, std::memory_order_relaxed) == expected)
-            return;
+        const bool sameReceived = m_received.exchange(received, std::memory_order_relaxed) == received;
+        const bool sameExpected = m_expected.exchange(expected, std::memory_order_relaxed) == expected;
+        if (sameReceived && sameExpected) return;
         CSmartPtr<INotice> notice;
         {
             const std::lock_guard lock(m_mutex);

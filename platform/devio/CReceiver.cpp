@@ -106,7 +106,11 @@ void CReceiver::ReaderLoop() {
         if (fds[1].revents & POLLIN) break;
         ExpireOverdue(reader);
         SampleRates(reader);
-        if (n <= 0 || !(fds[0].revents & (POLLIN | POLLHUP | POLLERR))) continue;
+        if (n <= 0 || !(fds[0].revents & (POLLIN | POLLHUP | POLLERR))) {
+            const std::lock_guard lock(m_countersMutex);
+            reader.Publish(m_counters);
+            continue;
+        }
         // Drain what is there before polling again: a 1 MB reply arrives in many pieces.
         LinkStatus status = LinkStatus::Success;
         for (int round = 0; round < 64; ++round) {
