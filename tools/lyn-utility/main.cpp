@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QTextStream>
 #include <QTimer>
+#include <string>
 #include <string_view>
 #include <cstdlib>
 
@@ -22,7 +23,8 @@ bool HasDisplay() { return std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLA
 
 // The tour prints what the windows show; the offscreen platform's remarks are not part of that.
 void QuietToolkit(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    const bool toolkit = context.category && std::string_view(context.category).starts_with("qt.");
+    const bool toolkit = (context.category && std::string_view(context.category).starts_with("qt.")) ||
+                         message.startsWith(QLatin1String("QStandardPaths:"));
     if (type == QtDebugMsg || type == QtInfoMsg || toolkit || message.startsWith(QLatin1String("This plugin does not support")))
         return;
     QTextStream(stderr) << message << Qt::endl;
@@ -33,6 +35,7 @@ void QuietToolkit(QtMsgType type, const QMessageLogContext& context, const QStri
 int main(int argc, char** argv) {
     const bool headless = !HasDisplay() && !std::getenv("QT_QPA_PLATFORM");
     if (headless) qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qgetenv("QT_QPA_PLATFORM") == "offscreen") qInstallMessageHandler(QuietToolkit);
     QApplication app(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("Fenk"));
     QCoreApplication::setApplicationName(QStringLiteral("Lyn Utility"));
@@ -58,7 +61,9 @@ int main(int argc, char** argv) {
                                         basekit::ustring::FromQString(binding.ErrorText())).ToQString() << Qt::endl;
         return 2;
     }
-    for (const auto& name : binding.Bound()) out << basekit::ustring::Format(HostText(HS_NAME_BOUND).c_str(), basekit::ustring::FromUtf8(name)).ToQString() << Qt::endl;
+    std::string bound;
+    for (const auto& name : binding.Bound()) bound += (bound.empty() ? "" : ", ") + name;
+    out << basekit::ustring::Format(HostText(HS_NAME_BOUND).c_str(), basekit::ustring::FromUtf8(bound)).ToQString() << Qt::endl;
     const basekit::ustring url = basekit::ustring::FromQString(parser.value(link));
 
     int status = 0;
