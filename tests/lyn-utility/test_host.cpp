@@ -10,7 +10,11 @@
 #include "platform/basekit/CWinException.h"
 #include "platform/devio/INotice.h"
 #include "tools/lyn-utility/CBackoff.h"
+#include "tools/lyn-utility/CConnectDlg.h"
 #include "tools/lyn-utility/CMainWindow.h"
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QComboBox>
 #include "tools/rcvsim/RcvSim.h"
 #include "platform/uikit/CMessageBoxResponder.h"
 
@@ -142,6 +146,41 @@ TEST(Host, LostLinkIsShownAndReconnectsByItself) {
     EXPECT_NE(connection.Receiver().Get(), before.Get()) << "a new link";
     EXPECT_EQ(connection.Receiver()->GetLinkHealth().state, devio::LinkState::Up);
     EXPECT_TRUE(window.StatusText().contains(QStringLiteral("FNK-600"))) << window.StatusText().toStdString();
+}
+
+// The connection dialog enables the chosen kind's fields only and remembers each kind's last link.
+TEST(Host, ConnectDialogRemembersEachKindAndEnablesOnlyItsFields) {
+    QTemporaryDir store;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+    {
+        CConnectDlg tcp(nullptr, L"tcp://127.0.0.1:5555");
+        EXPECT_EQ(tcp.Url(), L"tcp://127.0.0.1:5555");
+        tcp.accept();
+        CConnectDlg serial(nullptr, L"serial:/dev/pts/77?baud=9600");
+        EXPECT_EQ(serial.Url(), L"serial:/dev/pts/77?baud=9600");
+        serial.accept();
+    }
+    CConnectDlg dialog(nullptr, L"sim:");
+    EXPECT_EQ(dialog.Url(), L"sim:");
+    const auto radios = dialog.findChildren<QRadioButton*>();
+    ASSERT_EQ(radios.size(), 3);
+    struct ROW {
+        const char* legend;
+        int radio;
+        const wchar_t* url;
+        bool hostEnabled, portEnabled;
+    };
+    const ROW rows[] = {
+        {"serial: the last serial link, its fields only", 1, L"serial:/dev/pts/77?baud=9600", false, true},
+        {"tcp: the last tcp link, its fields only", 2, L"tcp://127.0.0.1:5555", true, false},
+        {"simulator: nothing to fill in", 0, L"sim:", false, false},
+    };
+    for (const ROW& row : rows) {
+        radios[row.radio]->setChecked(true);
+        EXPECT_EQ(dialog.Url(), row.url) << row.legend;
+        EXPECT_EQ(dialog.findChild<QLineEdit*>()->isEnabled(), row.hostEnabled) << row.legend;
+        EXPECT_EQ(dialog.findChildren<QComboBox*>().at(0)->isEnabled(), row.portEnabled) << row.legend;
+    }
 }
 
 TEST(Host, ReconnectAttemptsBackOffUpToHalfAMinute) {

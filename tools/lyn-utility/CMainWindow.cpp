@@ -10,6 +10,7 @@
 #include "platform/basekit/CStdException.h"
 #include "platform/uikit/CFileDialogService.h"
 #include "platform/uikit/CMessageBoxService.h"
+#include "platform/uikit/CScreenFit.h"
 #include "tools/lyn-utility/CConnectDlg.h"
 #include "tools/lyn-utility/CLinkText.h"
 #include "tools/lyn-utility/HostStrings.h"
@@ -69,6 +70,7 @@ bool CMainWindow::Connect(const ustring& url) {
 
 void CMainWindow::OnConnect() {
     CConnectDlg dialog(this, m_connection.Url().empty() ? ustring(L"sim:") : m_connection.Url());
+    uikit::CScreenFit::Apply(dialog);
     if (dialog.exec() != QDialog::Accepted) return;
     Connect(dialog.Url());
 }
