@@ -50,6 +50,11 @@ public:
             return;
         }
         if (frame.kind == 'R') {
+            // Whoever wakes on this reply sees the counters of everything before it.
+            {
+                const std::lock_guard lock(m_owner.m_countersMutex);
+                Publish(m_owner.m_counters);
+            }
             m_owner.CompleteReply(frame.id, frame.status, frame.payload);
             return;
         }

@@ -66,6 +66,9 @@ TEST(LinkCancel, LostLinkMidReadingAndReconnect) {
     SimLink link(SimLink::Over::Tcp);
     Completion event7, pending;
     link.receiver->Subscribe(event7.notice, kEventStateChanged);
+    Completion first;   // one answer first, so the simulator surely holds the connection
+    link.receiver->IssueCommand(L"print,rcv/model", true, first.reply, first.notice, kDefaultTimeoutMs, false);
+    ASSERT_TRUE(first.Wait(30000));
     link.sim->SetFaults([] { rcvsim::FaultPlan p; p.latencyMs = 60000; return p; }());
     link.receiver->IssueCommand(L"print,rcv/model", true, pending.reply, pending.notice, 60000, false);
     link.sim->DropLinks();
