@@ -21,6 +21,7 @@ constexpr int kHousekeepingMs = 200;   // how often overdue commands are looked 
 constexpr unsigned kRawWriteTimeoutMs = 5000;
 constexpr unsigned kAbortWriteTimeoutMs = 500;   // the abort is best effort: a full line must not block
 constexpr auto kRateWindow = std::chrono::seconds(1);
+constexpr auto kCutMarkGrace = std::chrono::seconds(2);   // how long a cancelled reply may take to stop
 
 std::int64_t Nanoseconds(Clock::time_point t) {
     return std::chrono::duration_cast<std::chrono::nanoseconds>(t.time_since_epoch()).count();
@@ -193,6 +194,18 @@ void CReceiver::FailAll(unsigned code) {
 
 void CReceiver::ExpireOverdue(CReader& reader) {
     const auto now = Clock::now();
+    std::vector<CommandId> givenUp;
+    {
+        const std::lock_guard lock(m_requestMutex);
+        for (auto it = m_skipping.begin(); it != m_skipping.end();) {
+            if (it->second > now) { ++it; continue; }
+            givenUp.push_back(it->first);
+            it = m_skipping.erase(it);
+        }
+    }
+    // Requests queued before the deadline go first, so the skip they start is the one ended.
+    if (!givenUp.empty()) ApplyLexerRequests(reader);
+    for (const CommandId id : givenUp) reader.Lexer().AbandonReply(std::to_string(id));
     std::vector<std::pair<CommandId, Pending>> overdue;
     {
         const std::lock_guard lock(m_pendingMutex);
@@ -327,6 +340,7 @@ void CReceiver::Cancel(CommandId id) {
     {
         const std::lock_guard lock(m_requestMutex);
         m_requests.push_back(LexerRequest{false, id});
+        m_skipping.emplace_back(id, Clock::now() + kCutMarkGrace);
     }
     SendAbort(id, kAbortWriteTimeoutMs);
 }

@@ -108,6 +108,9 @@ private:
 
     std::mutex m_requestMutex;
     std::vector<LexerRequest> m_requests;
+    // Cancelled replies the lexer skips, and when it gives up waiting for their cut mark: a
+    // peer that never sends one (or a header that promised more than comes) stalls nothing.
+    std::vector<std::pair<CommandId, std::chrono::steady_clock::time_point>> m_skipping;
 
     mutable std::mutex m_countersMutex;
     LIVE_STREAM_COUNTERS m_counters;

@@ -253,6 +253,26 @@ TEST(ReceiverLink, OversizedFrameIsDroppedWhenItsCommandFails) {
     EXPECT_TRUE(p.rx->IsReady());
 }
 
+// A cancelled reply whose peer never cuts it nor ends it (a header promising 64 MB) is given up
+// after a grace, and the replies behind it are found.
+TEST(ReceiverLink, CancelledReplyThatNeverEndsIsGivenUp) {
+    Pair p;
+    Completion stalled, progress, next;
+    stalled.reply->SetProgressNotice(progress.notice);
+    const auto a = p.rx->IssueCommand(L"print,a", true, stalled.reply, stalled.notice, 60000, false);
+    p.ReadLine();
+    p.Send("@R" + std::to_string(a) + ",0,67108864:" + std::string(1000, 'z'));
+    ASSERT_TRUE(progress.Wait(5000));
+    p.rx->Cancel(a);
+    EXPECT_EQ(p.ReadLine(), "\x18" + std::to_string(a) + "\r\n");
+    const auto b = p.rx->IssueCommand(L"print,b", true, next.reply, next.notice, 30000, false);
+    p.ReadLine();
+    p.Send(Reply(std::to_string(b), 0, "FNK-600"));
+    ASSERT_TRUE(next.Wait(30000));
+    EXPECT_EQ(next.reply->Take().text, L"FNK-600");
+    EXPECT_FALSE(stalled.reply->IsDone());
+}
+
 // The link's state as a status bar shows it: silent after an unanswered command, up again at
 // the next byte, lost when the peer goes; every change raises event 7.
 TEST(ReceiverLink, LinkStateFollowsSilenceAnswersAndLoss) {
