@@ -4,6 +4,7 @@
 #include "platform/basekit/CWinException.h"
 #include "platform/basekit/BaseStrings.h"
 
+#include <cerrno>
 #include <cstring>
 
 namespace basekit {
@@ -66,17 +67,71 @@ ustring CWinException::GetMessage() const {
     return ustring::Format(BaseText(kStrWinError).c_str(), m_text, SystemMessage(m_code), m_code);
 }
 
+namespace {
+
+// Every system error code the library reports, with its technical text and its plain sentence,
+// in one place.
+struct ErrorText {
+    unsigned code;
+    unsigned technical;
+    unsigned plain;
+};
+constexpr ErrorText kErrorTexts[] = {
+    {kErrorFileNotFound, kStrFileNotFound, kStrPlainFileNotFound},
+    {kErrorInvalidData, kStrInvalidData, kStrPlainInvalidData},
+    {kErrorAccessDenied, kStrAccessDenied, kStrPlainAccessDenied},
+    {kErrorInvalidParameter, kStrInvalidParameter, kStrPlainInvalidParameter},
+    {kErrorBusy, kStrBusy, kStrPlainBusy},
+    {kErrorIoDevice, kStrIoDevice, kStrPlainIoDevice},
+    {kErrorNotConnected, kStrNotConnected, kStrPlainFileNotFound},
+    {kErrorCancelled, kStrCancelled, kStrPlainCancelled},
+    {kErrorConnectionRefused, kStrConnectionRefused, kStrPlainConnectionRefused},
+    {kErrorNetworkUnreachable, kStrNetworkUnreachable, kStrPlainUnreachable},
+    {kErrorHostUnreachable, kStrHostUnreachable, kStrPlainUnreachable},
+    {kErrorLinkLost, kStrLinkLost, kStrPlainLinkLost},
+    {kErrorInternal, kStrInternal, kStrPlainInternal},
+    {kErrorTimeout, kStrTimeout, kStrPlainTimeout},
+    {kErrorHostNotFound, kStrHostNotFound, kStrPlainHostNotFound},
+};
+
+const ErrorText* FindErrorText(unsigned code) {
+    for (const ErrorText& e : kErrorTexts)
+        if (e.code == code) return &e;
+    return nullptr;
+}
+
+struct ErrnoCode {
+    int error;
+    unsigned code;
+};
+constexpr ErrnoCode kErrnoCodes[] = {
+    {ENOENT, kErrorFileNotFound},        {EACCES, kErrorAccessDenied},     {EPERM, kErrorAccessDenied},
+    {EINVAL, kErrorInvalidParameter},    {EBUSY, kErrorBusy},              {EIO, kErrorIoDevice},
+    {ENODEV, kErrorNotConnected},        {ENXIO, kErrorNotConnected},      {ECONNREFUSED, kErrorConnectionRefused},
+    {ENETUNREACH, kErrorNetworkUnreachable}, {EHOSTUNREACH, kErrorHostUnreachable},
+    {ECONNRESET, kErrorLinkLost},        {EPIPE, kErrorLinkLost},          {ECONNABORTED, kErrorLinkLost},
+    {ETIMEDOUT, kErrorTimeout},          {ECANCELED, kErrorCancelled},
+};
+
+}  // namespace
+
+unsigned SystemErrorFromErrno(int error) {
+    for (const ErrnoCode& e : kErrnoCodes)
+        if (e.error == error) return e.code;
+    return kErrorFromErrno | static_cast<unsigned>(error);
+}
+
 ustring CWinException::SystemMessage(unsigned code) {
-    switch (code) {
-        case kErrorCancelled: return BaseText(kStrCancelled);
-        case kErrorTimeout: return BaseText(kStrTimeout);
-        case kErrorInternal: return BaseText(kStrInternal);
-        case kErrorLinkLost: return BaseText(kStrLinkLost);
-        default: break;
-    }
-    // Codes of failed system calls come as errno values.
-    if (code < 1000) return ustring::FromUtf8(std::strerror(static_cast<int>(code)));
+    if (const ErrorText* e = FindErrorText(code)) return BaseText(e->technical);
+    if (code & kErrorFromErrno) return ustring::FromUtf8(std::strerror(static_cast<int>(code & ~kErrorFromErrno)));
     return BaseText(kStrUnknownError);
 }
+
+ustring CWinException::PlainMessage(unsigned code) {
+    const ErrorText* e = FindErrorText(code);
+    return e ? BaseText(e->plain) : ustring();
+}
+
+ustring CCommException::GetPlainMessage() const { return BaseText(kStrPlainCommError); }
 
 }  // namespace basekit

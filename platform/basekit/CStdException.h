@@ -13,6 +13,9 @@ public:
     ~CStdException() override = default;
 
     virtual ustring GetMessage() const { return m_message; }
+    // A plain sentence that leads an error box (what happened, what to check), with
+    // GetMessage() under Details; empty when the message itself is plain enough.
+    virtual ustring GetPlainMessage() const { return {}; }
     const char* what() const noexcept override;
     const char* Source() const { return m_source; }
     int Line() const { return m_line; }

@@ -3,14 +3,29 @@
 
 namespace basekit {
 
-// System error codes the command layer reports.
+// System error codes, numbered as the library has always numbered them. A failed system call's
+// errno is turned into one of these by SystemErrorFromErrno, so every number has one meaning.
 enum SystemError : unsigned {
+    kErrorFileNotFound = 2,
+    kErrorAccessDenied = 5,
+    kErrorInvalidData = 13,          // the device refused the request or sent what makes no sense
+    kErrorInvalidParameter = 87,
+    kErrorBusy = 170,
+    kErrorIoDevice = 1117,
+    kErrorNotConnected = 1167,       // no device at that path
     kErrorCancelled = 1223,
-    kErrorTimeout = 1460,
+    kErrorConnectionRefused = 1225,
+    kErrorNetworkUnreachable = 1231,
+    kErrorHostUnreachable = 1232,
+    kErrorLinkLost = 1236,           // the connection was aborted by the local system
     kErrorInternal = 1359,
-    kErrorLinkLost = 1236,    // the connection was aborted by the local system
+    kErrorTimeout = 1460,
+    kErrorHostNotFound = 11001,
+    kErrorFromErrno = 0x20000000,    // | errno: a system call failure with no code of its own
 };
-// Codes below 1000 are errno values of a failed system call.
+
+// The code for a failed system call's errno.
+unsigned SystemErrorFromErrno(int error);
 
 // No usable answer: cancelled, timed out, a failed wait or a missing object.
 class CWinException : public CStdException {
@@ -22,6 +37,9 @@ public:
 
     // The readable description of a system error code.
     static ustring SystemMessage(unsigned code);
+    // What happened and what to check, in a sentence, for a code; empty when there is none.
+    static ustring PlainMessage(unsigned code);
+    ustring GetPlainMessage() const override { return PlainMessage(m_code); }
 
 private:
     ustring m_text;

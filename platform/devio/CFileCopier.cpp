@@ -11,7 +11,7 @@ namespace devio {
 namespace {
 
 constexpr std::uint64_t kPieceBytes = 32 * 1024;
-constexpr unsigned kRefused = 13;   // the receiver answered with an error reply
+constexpr unsigned kRefused = basekit::kErrorInvalidData;   // the receiver answered with an error reply
 
 class CFileCopier final : public basekit::CRefCounted<IFileCopier> {
 public:
@@ -104,10 +104,10 @@ private:
             {
                 std::ofstream out(partial, std::ios::binary | std::ios::trunc);
                 out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-                if (!out) throw basekit::CWinException("FileCopier", __LINE__, localPath, EIO);
+                if (!out) throw basekit::CWinException("FileCopier", __LINE__, localPath, basekit::kErrorIoDevice);
             }
             if (std::rename(partial.c_str(), target.c_str()) != 0)
-                throw basekit::CWinException("FileCopier", __LINE__, localPath, static_cast<unsigned>(errno));
+                throw basekit::CWinException("FileCopier", __LINE__, localPath, basekit::SystemErrorFromErrno(errno));
             return;
         }
         const std::lock_guard lock(m_mutex);

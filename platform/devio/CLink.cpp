@@ -30,6 +30,7 @@ LinkStatus CLink::ReadSome(char* buffer, size_t capacity, size_t& got) {
         const ssize_t n = ::read(m_fd, buffer, capacity);
         if (n > 0) {
             got = static_cast<size_t>(n);
+            m_bytesIn.fetch_add(got, std::memory_order_relaxed);
             m_log.Record(CWireLog::Direction::In, std::string_view(buffer, got));
             return LinkStatus::Success;
         }
@@ -51,6 +52,7 @@ LinkStatus CLink::Write(std::string_view bytes, unsigned timeoutMs) {
         const ssize_t w = m_isSocket ? ::send(m_fd, bytes.data(), bytes.size(), MSG_NOSIGNAL)
                                      : ::write(m_fd, bytes.data(), bytes.size());
         if (w > 0) {
+            m_bytesOut.fetch_add(static_cast<std::uint64_t>(w), std::memory_order_relaxed);
             bytes.remove_prefix(static_cast<size_t>(w));
             continue;
         }

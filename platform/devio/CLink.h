@@ -1,4 +1,6 @@
 #pragma once
+#include <atomic>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <string_view>
@@ -28,12 +30,17 @@ public:
     // Writes everything within timeoutMs; the deadline holds across partial writes.
     LinkStatus Write(std::string_view bytes, unsigned timeoutMs);
 
+    std::uint64_t BytesIn() const { return m_bytesIn.load(std::memory_order_relaxed); }
+    std::uint64_t BytesOut() const { return m_bytesOut.load(std::memory_order_relaxed); }
+
 private:
     CSmartPtr<IPortAddr> m_address;
     int m_fd;
     bool m_isSocket;
     std::mutex m_writeMutex;
     CWireLog m_log;
+    std::atomic<std::uint64_t> m_bytesIn{0};
+    std::atomic<std::uint64_t> m_bytesOut{0};
 };
 
 }  // namespace devio

@@ -25,6 +25,10 @@ CLinkFactory::InProcessOpener& OpenerSlot() { static CLinkFactory::InProcessOpen
     throw basekit::CWinException("LinkFactory", __LINE__, address->ToUrl(), code);
 }
 
+[[noreturn]] void FailErrno(const CSmartPtr<IPortAddr>& address, int error) {
+    Fail(address, basekit::SystemErrorFromErrno(error));
+}
+
 class CFd {
 public:
     explicit CFd(int fd) : m_fd(fd) {}
@@ -81,10 +85,10 @@ std::unique_ptr<CLink> CLinkFactory::Open(const CSmartPtr<IPortAddr>& address) {
 
 std::unique_ptr<CLink> CLinkFactory::OpenSerial(const CSmartPtr<IPortAddr>& address) {
     const SerialLineSettings settings = SettingsOf(address);
-    if (!ValidSettings(settings)) Fail(address, EINVAL);
+    if (!ValidSettings(settings)) Fail(address, basekit::kErrorInvalidParameter);
     CFd fd(::open(address->GetName().ToUtf8().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
-    if (fd.Get() < 0) Fail(address, static_cast<unsigned>(errno));
-    if (const int err = ApplySerialLineSettings(fd.Get(), settings)) Fail(address, static_cast<unsigned>(err));
+    if (fd.Get() < 0) FailErrno(address, errno);
+    if (const int err = ApplySerialLineSettings(fd.Get(), settings)) FailErrno(address, err);
     return std::make_unique<CLink>(address, fd.Release());
 }
 
@@ -98,7 +102,7 @@ std::unique_ptr<CLink> CLinkFactory::OpenTcp(const CSmartPtr<IPortAddr>& address
     hints.ai_family = AF_UNSPEC;
     hints.ai_socktype = SOCK_STREAM;
     addrinfo* found = nullptr;
-    if (::getaddrinfo(host.constData(), port.constData(), &hints, &found) != 0 || !found) Fail(address, EHOSTUNREACH);
+    if (::getaddrinfo(host.constData(), port.constData(), &hints, &found) != 0 || !found) Fail(address, basekit::kErrorHostNotFound);
     const std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)> list(found, &::freeaddrinfo);
     int lastError = ECONNREFUSED;
     for (const addrinfo* ai = list.get(); ai; ai = ai->ai_next) {
@@ -115,7 +119,7 @@ std::unique_ptr<CLink> CLinkFactory::OpenTcp(const CSmartPtr<IPortAddr>& address
         ::setsockopt(fd.Get(), IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
         return std::make_unique<CLink>(address, fd.Release());
     }
-    Fail(address, static_cast<unsigned>(lastError));
+    FailErrno(address, lastError);
 }
 
 std::unique_ptr<CLink> CLinkFactory::OpenInProcess(const CSmartPtr<IPortAddr>& address) {
@@ -124,10 +128,10 @@ std::unique_ptr<CLink> CLinkFactory::OpenInProcess(const CSmartPtr<IPortAddr>& a
         const std::lock_guard lock(OpenerMutex());
         opener = OpenerSlot();
     }
-    if (!opener) Fail(address, ENODEV);
+    if (!opener) FailErrno(address, ENODEV);
     CFd fd(opener(address));
-    if (fd.Get() < 0) Fail(address, ECONNREFUSED);
-    if (const int err = SetNonBlocking(fd.Get())) Fail(address, static_cast<unsigned>(err));
+    if (fd.Get() < 0) FailErrno(address, ECONNREFUSED);
+    if (const int err = SetNonBlocking(fd.Get())) FailErrno(address, err);
     return std::make_unique<CLink>(address, fd.Release());
 }
 

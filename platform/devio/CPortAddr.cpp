@@ -5,6 +5,7 @@
 #include <array>
 
 #include "platform/basekit/CWinException.h"
+#include "platform/devio/DevioStrings.h"
 
 namespace devio {
 
@@ -22,8 +23,24 @@ const wchar_t* PropertyOf(const QString& option) {
     return nullptr;
 }
 
-[[noreturn]] void Refuse(const ustring& url) {
-    throw basekit::CWinException("PortAddr", __LINE__, L"devio::IPortAddr::Parse " + url, 87);
+template <typename... Args>
+[[noreturn]] void Refuse(unsigned reason, const Args&... args) {
+    throw basekit::CWinException("PortAddr", __LINE__, ustring::Format(DevioText(reason).c_str(), args...),
+                                 basekit::kErrorInvalidParameter);
+}
+
+// Numeric options must be whole numbers; the factory checks their ranges.
+void CheckNumbers(const ustring& text, const std::map<ustring, QVariant>& props) {
+    for (const wchar_t* name : {L"BaudRate", L"ByteSize", L"StopBits", L"ConnectTimeout"}) {
+        const auto it = props.find(name);
+        if (it == props.end()) continue;
+        bool ok = false;
+        it->second.toString().toUInt(&ok);
+        if (ok) continue;
+        for (const auto& o : kOptions)
+            if (ustring(o.property) == ustring(name))
+                Refuse(kStrLinkBadNumber, text, ustring::FromUtf8(o.option), ustring::FromQString(it->second.toString()));
+    }
 }
 
 // "sim:", "serial:/dev/x?...", "tcp://host:port?..."
@@ -36,30 +53,28 @@ CSmartPtr<IPortAddr> Make(const ustring& text) {
     const QUrlQuery query(q < 0 ? QString() : s.mid(q + 1));
     for (const auto& [key, value] : query.queryItems(QUrl::FullyDecoded)) {
         const wchar_t* name = PropertyOf(key);
-        if (!name) Refuse(text);
+        if (!name) Refuse(kStrLinkUnknownOption, text, ustring::FromQString(key));
         props[name] = value;
     }
+    CheckNumbers(text, props);
     if (schemeEnd == QLatin1String("sim")) {
         return CSmartPtr<IPortAddr>(new CPortAddr(PortInProcess, L"sim", std::move(props), text));
     }
     if (schemeEnd == QLatin1String("serial")) {
         const QString path = head.mid(7);
-        if (path.isEmpty()) Refuse(text);
+        if (path.isEmpty()) Refuse(kStrLinkNoSerialPath, text);
         if (!props.count(L"BaudRate")) props[L"BaudRate"] = 115200;
-        bool ok = false;
-        props[L"BaudRate"].toString().toUInt(&ok);
-        if (!ok) Refuse(text);
         return CSmartPtr<IPortAddr>(new CPortAddr(PortSerial, ustring::FromQString(path), std::move(props), text));
     }
     if (schemeEnd == QLatin1String("tcp")) {
         const QUrl url(head);
-        if (!url.isValid() || url.host().isEmpty() || url.port() <= 0) Refuse(text);
+        if (!url.isValid() || url.host().isEmpty() || url.port() <= 0) Refuse(kStrLinkNoHostOrPort, text);
         props[L"Host"] = url.host();
         props[L"Port"] = url.port();
         const ustring name = ustring::FromQString(url.host() + QLatin1Char(':') + QString::number(url.port()));
         return CSmartPtr<IPortAddr>(new CPortAddr(PortNetwork, name, std::move(props), text));
     }
-    Refuse(text);
+    Refuse(kStrLinkUnknownKind, text);
 }
 
 }  // namespace

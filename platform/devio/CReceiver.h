@@ -38,12 +38,17 @@ public:
     void DeliverEvents(std::uintptr_t wParam, std::intptr_t lParam) override;
     bool IsReady() const override;
     CSmartPtr<IListenerHost> GetListenerHost() const override;
+    LINK_HEALTH GetLinkHealth() const override;
 
     // ICommandChannel
     CommandId IssueCommand(const ustring& command, bool sendFlag, const CSmartPtr<CCommandReply>& reply,
                            const CSmartPtr<INotice>& notice, unsigned timeoutMs, bool sendOption) override;
     void Cancel(CommandId id) override;
     void WriteRaw(const ustring& text) override;
+
+    // What the host writes to make the receiver stop the reply to a command (wire protocol,
+    // "Aborting a reply").
+    static std::string AbortLine(CommandId id);
 
     // IPort
     CSmartPtr<IPortAddr> GetAddress() const override { return m_link->Address(); }
@@ -60,6 +65,13 @@ private:
         CSmartPtr<INotice> notice;
         std::chrono::steady_clock::time_point deadline;
         bool binary;
+        bool expectsReply;
+        std::chrono::steady_clock::time_point issued;
+    };
+    // What the caller's thread asks of the lexer, which only the reader thread touches.
+    struct LexerRequest {
+        bool abandon;   // false: skip the cancelled reply up to its cut mark
+        CommandId id;
     };
     struct Subscription {
         CSmartPtr<INotice> notice;
@@ -71,7 +83,13 @@ private:
     void CompleteReply(std::string_view tag, int status, std::string_view payload);
     void OnReceiverEvent(unsigned event);
     void FailAll(unsigned code);
-    void ExpireOverdue();
+    void ExpireOverdue(CReader& reader);
+    void ApplyLexerRequests(CReader& reader);
+    void PublishProgress(const CReader& reader);
+    void OnBytesArrived();
+    void SetState(LinkState state);
+    void SampleRates(const CReader& reader);
+    void SendAbort(CommandId id, unsigned timeoutMs);
     void Complete(CommandId id, CCommandReply::Result result);
     void Raise(unsigned event);
 
@@ -88,8 +106,20 @@ private:
     std::vector<Subscription> m_subscriptions;
     std::deque<unsigned> m_queuedEvents;
 
+    std::mutex m_requestMutex;
+    std::vector<LexerRequest> m_requests;
+    // Cancelled replies the lexer skips, and when it gives up waiting for their cut mark: a
+    // peer that never sends one (or a header that promised more than comes) stalls nothing.
+    std::vector<std::pair<CommandId, std::chrono::steady_clock::time_point>> m_skipping;
+
     mutable std::mutex m_countersMutex;
     LIVE_STREAM_COUNTERS m_counters;
+    LINK_HEALTH m_health;
+    std::atomic<std::int64_t> m_lastByteNs{0};   // steady clock, 0: nothing yet
+    struct RateSample {
+        std::chrono::steady_clock::time_point at;
+        std::uint64_t in = 0, out = 0, sentences = 0;
+    } m_sample;
     std::thread m_reader;
 };
 

@@ -78,7 +78,32 @@ void CWireLog::Record(Direction direction, std::string_view bytes) {
     const std::lock_guard lock(m_mutex);
     if (!m_enabled || bytes.empty()) return;
     const double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - m_start).count();
-    m_entries.push_back(Entry{direction, ms, std::string(bytes)});
+    Entry entry{direction, ms, std::string(bytes)};
+    if (!m_file) {
+        m_entries.push_back(std::move(entry));
+        return;
+    }
+    // A long session in the field goes to the file only, not into memory as well.
+    const std::string line = FormatEntry(entry) + '\n';
+    std::fwrite(line.data(), 1, line.size(), m_file.get());
+    std::fflush(m_file.get());
+}
+
+bool CWireLog::WriteTo(const std::string& path) {
+    const std::lock_guard lock(m_mutex);
+    m_file.reset();
+    m_filePath.clear();
+    if (path.empty()) return true;
+    m_file.reset(std::fopen(path.c_str(), "a"));
+    if (!m_file) return false;
+    m_filePath = path;
+    m_enabled = true;
+    return true;
+}
+
+std::string CWireLog::FilePath() const {
+    const std::lock_guard lock(m_mutex);
+    return m_filePath;
 }
 
 std::vector<CWireLog::Entry> CWireLog::Entries() const {

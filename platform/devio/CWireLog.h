@@ -1,5 +1,7 @@
 #pragma once
 #include <chrono>
+#include <cstdio>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -19,6 +21,11 @@ public:
     };
 
     void Enable(bool on);
+    // Writes every entry, as it is recorded, to this file instead of memory (appending, flushed per entry),
+    // so a field problem can be sent as it happened; logging is enabled too. False when the
+    // file cannot be opened. An empty path stops writing to the file.
+    bool WriteTo(const std::string& path);
+    std::string FilePath() const;
     bool IsEnabled() const;
     void Record(Direction direction, std::string_view bytes);
     std::vector<Entry> Entries() const;
@@ -34,6 +41,8 @@ private:
     bool m_enabled = false;
     std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
     std::vector<Entry> m_entries;
+    std::string m_filePath;
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> m_file{nullptr, &std::fclose};
 };
 
 }  // namespace devio

@@ -4,10 +4,12 @@
 #include "platform/devio/ICommandChannel.h"
 #include "platform/devio/IListener.h"
 #include "platform/devio/IPort.h"
+#include "platform/devio/LinkHealth.h"
 
 namespace devio {
 
-// Receiver events: 7 the receiver's state changed (restart, lost link), 8 events are waiting to
+// Receiver events: 7 the receiver's state changed (restart, lost link, the link went silent or
+// came back: see GetLinkHealth), 8 events are waiting to
 // be delivered with DeliverEvents on the window's thread.
 enum EReceiverEvent : unsigned { kEventStateChanged = 7, kEventPending = 8 };
 
@@ -22,6 +24,8 @@ struct IReceiver : basekit::IRefCounted {
     // True while the link is up and the receiver answers.
     virtual bool IsReady() const = 0;
     virtual CSmartPtr<IListenerHost> GetListenerHost() const = 0;
+    // The link's state and counters; a receiver that keeps none reports an idle healthy link.
+    virtual LINK_HEALTH GetLinkHealth() const { return LINK_HEALTH{}; }
 
 protected:
     ~IReceiver() = default;

@@ -5,6 +5,8 @@
 #include <QRegularExpression>
 #include <utility>
 
+#include "platform/uikit/CScreenFit.h"
+
 namespace uikit {
 
 namespace {
@@ -49,6 +51,16 @@ QString ShowDialog(const FileDialogRequest& request) {
             dialog.selectFile(start.fileName());
         }
     }
+    // On a small screen the desktop's own dialog (sidebar, detail columns) does not fit: the
+    // compact form is a plain list that fills the available area.
+    if (CScreenFit::IsSmall(CScreenFit::AvailableFor(dialog))) {
+        dialog.setOption(QFileDialog::DontUseNativeDialog, true);
+        dialog.setViewMode(QFileDialog::List);
+        dialog.setOption(QFileDialog::DontUseCustomDirectoryIcons, true);
+        if (QWidget* sidebar = dialog.findChild<QWidget*>(QStringLiteral("sidebar"))) sidebar->hide();
+        dialog.resize(CScreenFit::AvailableFor(dialog).size());
+    }
+    CScreenFit::Apply(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
     return dialog.selectedFiles().constFirst();
 }

@@ -67,6 +67,7 @@ int ShowBox(const MessageBoxRequest& request) {
                     QMessageBox::NoButton, request.owner);
     const auto buttons = ButtonsOf(request.flags);
     for (const auto& b : buttons) box.addButton(b.button);
+    if (!request.details.empty()) box.setDetailedText(request.details.ToQString());
     const std::size_t defaultIndex = (request.flags & MB_DEFMASK) >> 8;
     if (defaultIndex < buttons.size()) box.setDefaultButton(buttons[defaultIndex].button);
     box.exec();
@@ -91,7 +92,12 @@ MessageBoxResponder CMessageBoxService::SetResponder(MessageBoxResponder respond
 
 int CMessageBoxService::Show(QWidget* owner, const basekit::ustring& text,
                              const basekit::ustring& caption, unsigned flags) {
-    const MessageBoxRequest request{owner, text, caption, flags};
+    return Show(MessageBoxRequest{owner, text, caption, flags, {}});
+}
+
+int CMessageBoxService::Show(const MessageBoxRequest& request) {
+    const basekit::ustring& text = request.text;
+    const unsigned flags = request.flags;
     if (const auto responder = CurrentResponder()) return responder(request);
     if (!OnGuiThread()) {
         // A box can only live on the GUI thread; a worker asking for one gets the answer that
@@ -103,7 +109,14 @@ int CMessageBoxService::Show(QWidget* owner, const basekit::ustring& text,
 }
 
 void CMessageBoxService::ReportError(QWidget* owner, const basekit::CStdException& e) {
-    Show(owner, e.GetMessage(), {}, MB_OK | MB_ICONERROR);
+    const basekit::ustring plain = e.GetPlainMessage();
+    if (plain.empty()) Show(owner, e.GetMessage(), {}, MB_OK | MB_ICONERROR);
+    else ShowError(owner, plain, e.GetMessage());
+}
+
+void CMessageBoxService::ShowError(QWidget* owner, const basekit::ustring& plain, const basekit::ustring& details,
+                                   const basekit::ustring& caption) {
+    Show(MessageBoxRequest{owner, plain, caption, MB_OK | MB_ICONERROR, details});
 }
 
 }  // namespace uikit

@@ -12,8 +12,14 @@ public:
     // With a responder installed, the responder answers and nothing is shown.
     static int Show(QWidget* owner, const basekit::ustring& text, const basekit::ustring& caption,
                     unsigned flags);
-    // The exception's own message in an error box captioned with the application's name.
+    static int Show(const MessageBoxRequest& request);
+    // An error box captioned with the application's name: the exception's plain sentence (what
+    // happened, what to check) leads and its own message is under Details; an exception without
+    // a plain sentence shows its message alone.
     static void ReportError(QWidget* owner, const basekit::CStdException& e);
+    // An error box with a plain sentence and the technical text under Details.
+    static void ShowError(QWidget* owner, const basekit::ustring& plain, const basekit::ustring& details,
+                          const basekit::ustring& caption = {});
 
     // Installs responder and returns the one it replaces (an empty one: real boxes).
     static MessageBoxResponder SetResponder(MessageBoxResponder responder);

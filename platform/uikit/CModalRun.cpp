@@ -1,5 +1,6 @@
 #include "platform/uikit/CModalRun.h"
 
+#include "platform/uikit/CScreenFit.h"
 #include "platform/uikit/CWindowPlacement.h"
 
 namespace uikit {
@@ -9,6 +10,8 @@ int CModalRun::Run(QDialog& window, const std::function<void()>& initialise) {
     initialise();
     if (m_earlyResult) return *m_earlyResult;
     CWindowPlacement::Restore(window, m_windowName);
+    // A placement kept on a larger screen, or a layout larger than this screen, is brought back.
+    CScreenFit::Apply(window);
     m_running = true;
     const int result = window.exec();
     m_running = false;

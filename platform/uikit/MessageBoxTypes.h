@@ -47,6 +47,7 @@ struct MessageBoxRequest {
     basekit::ustring text;
     basekit::ustring caption;
     unsigned flags = MB_OK;
+    basekit::ustring details;   // the technical text, under the box's Details button; may be empty
 };
 
 // Answers a message box instead of the user: returns IDOK, IDYES, ...

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cerrno>
+
 #include <thread>
 
 #include "platform/basekit/CCommException.h"
@@ -20,8 +22,10 @@ TEST(Exceptions, ReadableTexts) {
          {L"print,rcv/model", L"timeout", L"1460"}},
         {"an internal error", CWinException("x", 1, L"UpdateBaudRate", kErrorInternal).GetMessage(),
          {L"internal", L"1359"}},
-        {"an errno value reads as the system's text", CWinException("x", 1, L"open", 2).GetMessage(),
-         {L"No such file"}},
+        {"code 2 is the missing file", CWinException("x", 1, L"open", kErrorFileNotFound).GetMessage(),
+         {L"cannot find the file", L"(error 2)"}},
+        {"an errno without a code reads as the system's text",
+         CWinException("x", 1, L"open", SystemErrorFromErrno(EROFS)).GetMessage(), {L"Read-only file system"}},
     };
     for (const auto& c : cases)
         for (const auto& part : c.parts) EXPECT_NE(c.message.find(part), std::wstring::npos) << c.legend;
@@ -57,3 +61,26 @@ TEST(Exceptions, ExInfoCarriesAnExceptionAcrossThreads) {
 }
 
 }  // namespace
+
+// Each failed system call reads as what it is: a code has one text, whatever errno it came from.
+TEST(SystemErrors, ErrnoValuesBecomeCodesWithTheirOwnTexts) {
+    struct ROW {
+        const char* legend;
+        int error;
+        unsigned code;
+        const wchar_t* text;
+    };
+    const ROW rows[] = {
+        {"no such port", ENOENT, basekit::kErrorFileNotFound, L"cannot find the file"},
+        {"no permission", EACCES, basekit::kErrorAccessDenied, L"Access is denied"},
+        {"refused", ECONNREFUSED, basekit::kErrorConnectionRefused, L"refused the network connection"},
+        {"errno 87 is not the invalid-parameter code", EUSERS, basekit::kErrorFromErrno | EUSERS, L"Too many users"},
+    };
+    for (const ROW& row : rows) {
+        EXPECT_EQ(basekit::SystemErrorFromErrno(row.error), row.code) << row.legend;
+        EXPECT_NE(basekit::CWinException::SystemMessage(row.code).find(row.text), std::wstring::npos) << row.legend;
+    }
+    EXPECT_EQ(basekit::CWinException::SystemMessage(basekit::kErrorInvalidParameter), L"The parameter is incorrect.");
+    EXPECT_TRUE(basekit::CWinException::PlainMessage(basekit::kErrorFromErrno | EUSERS).empty());
+    EXPECT_NE(basekit::CWinException::PlainMessage(basekit::kErrorTimeout).find(L"baud rate"), std::wstring::npos);
+}

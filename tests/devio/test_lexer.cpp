@@ -319,5 +319,99 @@ TEST(StreamLexer, RandomNoiseNeverStallsTheStream)
     }
 }
 
+// ---------------------------------------------------------------- cancelled and failed replies
+
+// The stream after the host cancelled (or gave up on) reply 5; fed in chunks of every size so
+// that the cut mark and the frame header are split everywhere.
+TEST(StreamLexer, CancelledReplyIsSkippedUpToItsCutMarkWhereverTheChunksSplit)
+{
+    const std::string payload(600, 'x');
+    const std::string full = Frame('R', "5", 0, payload);
+    const std::string cutMark = Frame('C', "5", 0, "");
+    const std::string next = Frame('R', "6", 0, "FNK-600");
+    struct ROW {
+        const char* legend;
+        bool cancelFirst;          // cancelled before any byte of the reply (else after `before` bytes)
+        std::size_t before;
+        std::string stream;
+        std::vector<std::string> units;
+        std::uint64_t cancelled;
+    };
+    const ROW rows[] = {
+        {"cut mid-payload, the next reply follows the mark", false, 200, full.substr(0, 300) + cutMark + next,
+         {"F R6,0:FNK-600"}, 1},
+        {"cancelled before the reply began, then cut", true, 0, full.substr(0, 300) + cutMark + next,
+         {"F R6,0:FNK-600"}, 1},
+        {"a receiver that knows no abort sends it whole", false, 200, full + kGga + "\r\n" + next,
+         {"S " + kGga, "F R6,0:FNK-600"}, 1},
+        {"the reply never started: the mark stands alone", true, 0, cutMark + next, {"F C5,0:", "F R6,0:FNK-600"}, 0},
+        {"a mark of another reply inside the payload is payload", false, 200,
+         Frame('R', "5", 0, std::string(250, 'x') + Frame('C', "55", 0, "") + std::string(300, 'x')) + next,
+         {"F R6,0:FNK-600"}, 1},
+    };
+    for (const ROW& row : rows) {
+        for (std::size_t chunk : {std::size_t{1}, std::size_t{7}, std::size_t{19}, row.stream.size()}) {
+            Transcript sink;
+            CStreamLexer lexer(sink);
+            std::size_t at = 0;
+            if (row.cancelFirst)
+                lexer.CancelReply("5");
+            for (; at < row.before; at += std::min(chunk, row.before - at))
+                lexer.Feed(row.stream.data() + at, std::min(chunk, row.before - at));
+            if (!row.cancelFirst)
+                lexer.CancelReply("5");
+            for (; at < row.stream.size(); at += chunk)
+                lexer.Feed(row.stream.data() + at, std::min(chunk, row.stream.size() - at));
+            EXPECT_EQ(sink.units, row.units) << row.legend << ", chunks of " << chunk;
+            EXPECT_EQ(lexer.Counters().cancelledReplies, row.cancelled) << row.legend << ", chunks of " << chunk;
+        }
+    }
+}
+
+TEST(StreamLexer, AbandonedReplyIsDroppedAndWhatFollowedItsHeaderIsFound)
+{
+    const std::string next = Frame('R', "78", 0, "FNK-600");
+    struct ROW {
+        const char* legend;
+        std::string stream;
+        const char* abandon;
+        bool dropped;
+        std::vector<std::string> units;
+    };
+    const ROW rows[] = {
+        {"a header announcing 64 MB, then a little and a good reply", "@R77,0,67108864:" + std::string(1000, 'z') + next,
+         "77", true, {"F R78,0:FNK-600"}},
+        {"a short reply cut off: what came after it is scanned again", "@R77,0,50:abc" + next, "77", true,
+         {"F R78,0:FNK-600"}},
+        {"another reply's failure leaves the frame in progress alone", "@R77,0,50:abc" + next, "76", false, {}},
+    };
+    for (const ROW& row : rows) {
+        Transcript sink;
+        CStreamLexer lexer(sink);
+        lexer.Feed(row.stream);
+        EXPECT_TRUE(sink.units.empty()) << row.legend << ": nothing before the failure";
+        EXPECT_EQ(lexer.AbandonReply(row.abandon), row.dropped) << row.legend;
+        EXPECT_EQ(sink.units, row.units) << row.legend;
+    }
+}
+
+TEST(StreamLexer, ReplyInProgressReportsItsBytes)
+{
+    Transcript sink;
+    CStreamLexer lexer(sink);
+    const std::string reply = Frame('R', "9", 0, std::string(1000, 'p'));
+    CStreamLexer::REPLY_PROGRESS progress;
+    EXPECT_FALSE(lexer.ReplyInProgress(progress)) << "idle";
+    lexer.Feed(reply.substr(0, 5));
+    EXPECT_FALSE(lexer.ReplyInProgress(progress)) << "header not complete";
+    lexer.Feed(reply.substr(5, 400));
+    ASSERT_TRUE(lexer.ReplyInProgress(progress));
+    EXPECT_EQ(progress.tag, "9");
+    EXPECT_EQ(progress.received, 405 - std::string("@R9,0,1000:").size());
+    EXPECT_EQ(progress.length, 1000u);
+    lexer.Feed(reply.substr(405));
+    EXPECT_FALSE(lexer.ReplyInProgress(progress)) << "complete";
+}
+
 }  // namespace
 }  // namespace devio

@@ -26,9 +26,35 @@ TEST(PortAddr, LinkTexts) {
     }
 }
 
-TEST(PortAddr, BadTextsAreRefused) {
-    for (const wchar_t* url : {L"serial:", L"serial:/dev/x?baud=fast", L"tcp://nohost", L"tcp://h:0", L"ftp://x", L"sim:?colour=red"})
-        EXPECT_THROW(IPortAddr::Parse(url), basekit::CWinException) << basekit::ustring(url).ToUtf8();
+// Each malformed link text says what is wrong with it, not a system error.
+TEST(PortAddr, BadTextsAreRefusedWithTheirReason) {
+    struct ROW {
+        const char* legend;
+        const wchar_t* url;
+        const wchar_t* reason;
+    };
+    const ROW rows[] = {
+        {"serial without a port", L"serial:", L"names no serial port"},
+        {"a rate that is no number", L"serial:/dev/x?baud=fast", L"baud=\"fast\" is not a number"},
+        {"stop bits that are no number", L"serial:/dev/x?stops=one", L"stops=\"one\" is not a number"},
+        {"tcp without a port", L"tcp://nohost", L"needs a host and a port"},
+        {"tcp port 0", L"tcp://h:0", L"needs a host and a port"},
+        {"tcp without the slashes", L"tcp:127.0.0.1:4001", L"needs a host and a port"},
+        {"an unknown kind", L"ftp://x", L"is not a link this program knows"},
+        {"a bare device path", L"/dev/ttyUSB0", L"is not a link this program knows"},
+        {"an unknown option", L"sim:?colour=red", L"unknown option \"colour\""},
+    };
+    for (const ROW& row : rows) {
+        try {
+            IPortAddr::Parse(row.url);
+            ADD_FAILURE() << row.legend << ": accepted";
+        } catch (const basekit::CWinException& e) {
+            EXPECT_NE(e.Text().find(row.reason), std::wstring::npos) << row.legend << ": " << e.GetMessage().ToUtf8();
+            EXPECT_NE(e.Text().find(row.url), std::wstring::npos) << row.legend << ": names the text";
+            EXPECT_EQ(e.Code(), basekit::kErrorInvalidParameter) << row.legend;
+            EXPECT_EQ(e.GetMessage().find(L"Too many users"), std::wstring::npos) << row.legend;
+        }
+    }
 }
 
 }  // namespace

@@ -195,4 +195,111 @@ TEST(ReceiverLink, SerialLineOverAPseudoTerminal) {
     EXPECT_THROW(CReceiver::Open(IPortAddr::Parse(L"serial:/dev/fenk-no-such-port")), basekit::CWinException);
 }
 
+// Cancelling a reply that is streaming in: the abort goes on the wire, the rest of the reply
+// is skipped whatever the peer does next, and the command after it is answered.
+TEST(ReceiverLink, CancelMidReplySendsTheAbortAndTheNextCommandIsAnswered) {
+    struct ROW {
+        const char* legend;
+        std::string (*rest)(const std::string& tag, const std::string& fullReply);
+        std::uint64_t cancelled;
+    };
+    const ROW rows[] = {
+        {"the peer cuts the reply with its mark",
+         [](const std::string& tag, const std::string& full) { return full.substr(300, 500) + CStreamLexer::EncodeFrame('C', tag, 0, {}); }, 1},
+        {"the peer knows no abort and sends it all",
+         [](const std::string&, const std::string& full) { return full.substr(300); }, 1},
+    };
+    for (const ROW& row : rows) {
+        Pair p;
+        Completion listing, progress, model;
+        listing.reply->SetProgressNotice(progress.notice);
+        const auto a = p.rx->IssueCommand(L"print,/par:on", true, listing.reply, listing.notice, 30000, false);
+        p.ReadLine();
+        const std::string tag = std::to_string(a);
+        const std::string full = Reply(tag, 0, std::string(20000, 'L'));
+        p.Send(full.substr(0, 300));
+        ASSERT_TRUE(progress.Wait(5000)) << row.legend << ": the reader saw the reply begin";
+        EXPECT_GT(listing.reply->GetProgress().received, 0u) << row.legend;
+        EXPECT_EQ(listing.reply->GetProgress().expected, 20000u) << row.legend;
+        p.rx->Cancel(a);
+        EXPECT_EQ(p.ReadLine(), "\x18" + tag + "\r\n") << row.legend;
+        const auto b = p.rx->IssueCommand(L"print,rcv/model", true, model.reply, model.notice, 30000, false);
+        p.ReadLine();
+        p.Send(row.rest(tag, full) + Reply(std::to_string(b), 0, "FNK-600"));
+        ASSERT_TRUE(model.Wait(30000)) << row.legend;
+        EXPECT_EQ(model.reply->Take().text, L"FNK-600") << row.legend;
+        EXPECT_FALSE(listing.reply->IsDone()) << row.legend;
+        EXPECT_EQ(p.rx->Counters().lexer.cancelledReplies, row.cancelled) << row.legend;
+        EXPECT_EQ(p.rx->Counters().orphanReplies, 0u) << row.legend;
+    }
+}
+
+// A header that promises 64 MB and never delivers: when its command times out the reader drops
+// the frame and finds the reply that came behind it.
+TEST(ReceiverLink, OversizedFrameIsDroppedWhenItsCommandFails) {
+    Pair p;
+    Completion stalled, next;
+    const auto a = p.rx->IssueCommand(L"print,a", true, stalled.reply, stalled.notice, 300, false);
+    const auto b = p.rx->IssueCommand(L"print,b", true, next.reply, next.notice, 30000, false);
+    p.ReadLine();
+    p.ReadLine();
+    p.Send("@R" + std::to_string(a) + ",0,67108864:" + std::string(1000, 'z') + Reply(std::to_string(b), 0, "FNK-600"));
+    ASSERT_TRUE(stalled.Wait(10000));
+    EXPECT_EQ(stalled.reply->Take().linkError, basekit::kErrorTimeout);
+    EXPECT_EQ(p.ReadLine(), "\x18" + std::to_string(a) + "\r\n") << "the receiver is asked to stop";
+    ASSERT_TRUE(next.Wait(30000));
+    EXPECT_EQ(next.reply->Take().text, L"FNK-600");
+    EXPECT_EQ(p.rx->GetLinkHealth().droppedFrames, 1u);
+    EXPECT_TRUE(p.rx->IsReady());
+}
+
+// A cancelled reply whose peer never cuts it nor ends it (a header promising 64 MB) is given up
+// after a grace, and the replies behind it are found.
+TEST(ReceiverLink, CancelledReplyThatNeverEndsIsGivenUp) {
+    Pair p;
+    Completion stalled, progress, next;
+    stalled.reply->SetProgressNotice(progress.notice);
+    const auto a = p.rx->IssueCommand(L"print,a", true, stalled.reply, stalled.notice, 60000, false);
+    p.ReadLine();
+    p.Send("@R" + std::to_string(a) + ",0,67108864:" + std::string(1000, 'z'));
+    ASSERT_TRUE(progress.Wait(5000));
+    p.rx->Cancel(a);
+    EXPECT_EQ(p.ReadLine(), "\x18" + std::to_string(a) + "\r\n");
+    const auto b = p.rx->IssueCommand(L"print,b", true, next.reply, next.notice, 30000, false);
+    p.ReadLine();
+    p.Send(Reply(std::to_string(b), 0, "FNK-600"));
+    ASSERT_TRUE(next.Wait(30000));
+    EXPECT_EQ(next.reply->Take().text, L"FNK-600");
+    EXPECT_FALSE(stalled.reply->IsDone());
+}
+
+// The link's state as a status bar shows it: silent after an unanswered command, up again at
+// the next byte, lost when the peer goes; every change raises event 7.
+TEST(ReceiverLink, LinkStateFollowsSilenceAnswersAndLoss) {
+    Pair p;
+    Completion event7, unanswered;
+    p.rx->Subscribe(event7.notice, kEventStateChanged);
+    EXPECT_EQ(p.rx->GetLinkHealth().state, LinkState::Up);
+    EXPECT_EQ(p.rx->GetLinkHealth().msSinceLastByte, -1);
+    p.rx->IssueCommand(L"print,rcv/model", true, unanswered.reply, unanswered.notice, 200, false);
+    p.ReadLine();
+    ASSERT_TRUE(unanswered.Wait(10000));
+    ASSERT_TRUE(event7.Wait(5000));
+    EXPECT_EQ(p.rx->GetLinkHealth().state, LinkState::Silent);
+    EXPECT_EQ(p.rx->GetLinkHealth().unanswered, 1u);
+    event7.overlapped.Event().Reset();
+    p.Send("$GPZDA,120000.00,22,11,2026,00,00*6A\r\n");
+    ASSERT_TRUE(event7.Wait(5000));
+    const LINK_HEALTH up = p.rx->GetLinkHealth();
+    EXPECT_EQ(up.state, LinkState::Up);
+    EXPECT_GE(up.msSinceLastByte, 0);
+    EXPECT_EQ(up.bytesIn, 38u);
+    EXPECT_EQ(up.bytesOut, std::string("%1%print,rcv/model\r\n\x18" "1\r\n").size());
+    event7.overlapped.Event().Reset();
+    ::close(p.peer);
+    p.peer = -1;
+    ASSERT_TRUE(event7.Wait(5000));
+    EXPECT_EQ(p.rx->GetLinkHealth().state, LinkState::Lost);
+}
+
 }  // namespace

@@ -115,7 +115,7 @@ TEST(BaseWindow, RefusedSubscriptionEndsWithThreeAfterTheErrorBox) {
     const uikit::CMessageBoxResponder boxes;
     EXPECT_EQ(dlg.DoModal(), 3);
     ASSERT_EQ(boxes.Requests().size(), 1u);
-    EXPECT_NE(boxes.Requests()[0].text.find(L"Subscribe"), std::wstring::npos);
+    EXPECT_NE(boxes.Requests()[0].details.find(L"Subscribe"), std::wstring::npos) << "the technical text is under Details";
     EXPECT_TRUE(boxes.Requests()[0].flags & uikit::MB_ICONERROR);
 }
 

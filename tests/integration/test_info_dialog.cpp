@@ -107,7 +107,7 @@ TEST_F(InfoDialog, ButtonsFollowTheReadingAndTheLink) {
     CReceiverInfoDlg again(link.Receiver(), nullptr);
     EXPECT_EQ(again.DoModal(), 3);
     ASSERT_EQ(boxes.Requests().size(), 1u);
-    EXPECT_NE(boxes.Requests()[0].text.find(L"Subscribe"), std::wstring::npos);
+    EXPECT_NE(boxes.Requests()[0].details.find(L"Subscribe"), std::wstring::npos) << "the technical text is under Details";
 }
 
 TEST_F(InfoDialog, ClosingDuringTheReadingStopsIt) {

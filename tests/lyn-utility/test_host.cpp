@@ -7,7 +7,16 @@
 #include <algorithm>
 
 #include "tools/lyn-utility/CConnection.h"
+#include "platform/basekit/CWinException.h"
+#include "platform/devio/INotice.h"
+#include "tools/lyn-utility/CBackoff.h"
+#include "tools/lyn-utility/CConnectDlg.h"
 #include "tools/lyn-utility/CMainWindow.h"
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QComboBox>
+#include "tools/rcvsim/RcvSim.h"
+#include "platform/uikit/CMessageBoxResponder.h"
 
 namespace {
 
@@ -43,13 +52,147 @@ TEST(Host, ALauncherAnsweringFourMakesTheHostReconnect) {
     connection.Open(L"sim:");
     CMainWindow window(const_cast<CFenkBinding&>(noLibrary), connection);
     const basekit::CSmartPtr<devio::IReceiver> before = connection.Receiver();   // held, so its address stays taken
-    EXPECT_EQ(window.RunLauncher({"run_Ok", &AnswerOk}), 1);
+    EXPECT_EQ(window.RunLauncher({"run_Ok", &AnswerOk, L"Ok", ""}), 1);
     EXPECT_EQ(connection.Receiver().Get(), before.Get()) << "other results keep the link";
-    EXPECT_EQ(window.RunLauncher({"run_Reconfigure", &AnswerReconnect}), 4);
+    EXPECT_EQ(window.RunLauncher({"run_Reconfigure", &AnswerReconnect, L"Reconfigure", ""}), 4);
     ASSERT_TRUE(connection.IsOpen());
     EXPECT_NE(connection.Receiver().Get(), before.Get()) << "a new link was opened";
     EXPECT_EQ(connection.Url(), L"sim:");
-    EXPECT_EQ(window.RunLauncher({"run_Ok", &AnswerOk}), 1) << "and it answers";
+    EXPECT_EQ(window.RunLauncher({"run_Ok", &AnswerOk, L"Ok", ""}), 1) << "and it answers";
+}
+
+// What the library's probe does, spelled out for the test: model, serial number, firmware.
+unsigned TestProbe(const basekit::CSmartPtr<devio::IReceiver>& receiver, unsigned timeoutMs, CFenkBinding::Identity& id) {
+    basekit::ustring* fields[] = {&id.model, &id.serial, &id.firmware};
+    const wchar_t* commands[] = {L"print,rcv/model", L"print,rcv/sn", L"print,rcv/ver/main"};
+    for (int i = 0; i < 3; ++i) {
+        devio::COverlapped done;
+        const basekit::CSmartPtr<devio::CCommandReply> reply(new devio::CCommandReply());
+        const auto channel = receiver->GetCommandChannel();
+        const auto cmd = channel->IssueCommand(commands[i], true, reply, devio::INotice::CreateInstance(done), timeoutMs, false);
+        if (done.Event().Wait(timeoutMs + 1000).kind != basekit::WaitResult::Signalled) {
+            channel->Cancel(cmd);
+            return basekit::kErrorTimeout;
+        }
+        auto r = reply->Take();
+        if (r.linkError) return r.linkError;
+        *fields[i] = r.text;
+    }
+    return 0;
+}
+
+// Connecting says what answered, or plainly that nothing does; a failed attempt keeps the link
+// that was working.
+TEST(Host, ConnectSaysWhatAnsweredOrThatNothingDoes) {
+    QTemporaryDir store;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+    rcvsim::RcvSim answering;
+    const int answeringPort = answering.StartTcp("127.0.0.1", 0);
+    rcvsim::SimOptions silentOptions;
+    silentOptions.faults.silenceAll = true;
+    rcvsim::RcvSim silent(silentOptions);
+    const int silentPort = silent.StartTcp("127.0.0.1", 0);
+    const CFenkBinding noLibrary;
+    CConnection connection(noLibrary);
+    connection.SetProbe(&TestProbe);
+    CMainWindow window(const_cast<CFenkBinding&>(noLibrary), connection);
+    uikit::CMessageBoxResponder boxes;
+    const auto tcp = [](int port) { return basekit::ustring::FromUtf8("tcp://127.0.0.1:" + std::to_string(port)); };
+
+    ASSERT_TRUE(window.Connect(tcp(answeringPort)));
+    const QString status = window.StatusText();
+    EXPECT_TRUE(status.contains(QStringLiteral("FNK-600 s/n 8Y4K21S0057"))) << status.toStdString();
+    EXPECT_TRUE(status.contains(QStringLiteral("TCP 127.0.0.1:%1").arg(answeringPort))) << status.toStdString();
+    const auto working = connection.Receiver();
+
+    struct ROW {
+        const char* legend;
+        basekit::ustring url;
+        const wchar_t* plain;
+    };
+    const ROW rows[] = {
+        {"a receiver that never answers", tcp(silentPort), L"Nothing answers at TCP 127.0.0.1:"},
+        {"nothing listening", L"tcp://127.0.0.1:1", L"Nothing accepts connections at that address and port"},
+        {"a malformed link", L"serial:?baud=fast", L"baud=\"fast\" is not a number"},
+        {"no such serial port", L"serial:/dev/fenk-no-such-port", L"no such port"},
+    };
+    for (const ROW& row : rows) {
+        const std::size_t shown = boxes.Requests().size();
+        EXPECT_FALSE(window.Connect(row.url)) << row.legend;
+        ASSERT_EQ(boxes.Requests().size(), shown + 1) << row.legend;
+        const auto box = boxes.Requests().back();
+        EXPECT_NE(box.text.find(row.plain), std::wstring::npos) << row.legend << ": " << box.text.ToUtf8();
+        EXPECT_FALSE(box.details.empty()) << row.legend;
+        EXPECT_EQ(connection.Receiver().Get(), working.Get()) << row.legend << ": the working link stays";
+        EXPECT_TRUE(window.StatusText().contains(QStringLiteral("FNK-600"))) << row.legend;
+    }
+}
+
+// A link dropped mid-reading is reported lost and comes back by itself.
+TEST(Host, LostLinkIsShownAndReconnectsByItself) {
+    QTemporaryDir store;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+    rcvsim::RcvSim sim;
+    const int port = sim.StartTcp("127.0.0.1", 0);
+    const CFenkBinding noLibrary;
+    CConnection connection(noLibrary);
+    connection.SetProbe(&TestProbe);
+    CMainWindow window(const_cast<CFenkBinding&>(noLibrary), connection);
+    ASSERT_TRUE(window.Connect(basekit::ustring::FromUtf8("tcp://127.0.0.1:" + std::to_string(port))));
+    const auto before = connection.Receiver();
+    devio::COverlapped changed;
+    before->Subscribe(devio::INotice::CreateInstance(changed), devio::kEventStateChanged);
+    sim.DropLinks();
+    ASSERT_EQ(changed.Event().Wait(30000).kind, basekit::WaitResult::Signalled);
+    EXPECT_EQ(before->GetLinkHealth().state, devio::LinkState::Lost);
+    window.Tick();
+    ASSERT_TRUE(connection.IsOpen());
+    EXPECT_NE(connection.Receiver().Get(), before.Get()) << "a new link";
+    EXPECT_EQ(connection.Receiver()->GetLinkHealth().state, devio::LinkState::Up);
+    EXPECT_TRUE(window.StatusText().contains(QStringLiteral("FNK-600"))) << window.StatusText().toStdString();
+}
+
+// The connection dialog enables the chosen kind's fields only and remembers each kind's last link.
+TEST(Host, ConnectDialogRemembersEachKindAndEnablesOnlyItsFields) {
+    QTemporaryDir store;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+    {
+        CConnectDlg tcp(nullptr, L"tcp://127.0.0.1:5555");
+        EXPECT_EQ(tcp.Url(), L"tcp://127.0.0.1:5555");
+        tcp.accept();
+        CConnectDlg serial(nullptr, L"serial:/dev/pts/77?baud=9600");
+        EXPECT_EQ(serial.Url(), L"serial:/dev/pts/77?baud=9600");
+        serial.accept();
+    }
+    CConnectDlg dialog(nullptr, L"sim:");
+    EXPECT_EQ(dialog.Url(), L"sim:");
+    const auto radios = dialog.findChildren<QRadioButton*>();
+    ASSERT_EQ(radios.size(), 3);
+    struct ROW {
+        const char* legend;
+        int radio;
+        const wchar_t* url;
+        bool hostEnabled, portEnabled;
+    };
+    const ROW rows[] = {
+        {"serial: the last serial link, its fields only", 1, L"serial:/dev/pts/77?baud=9600", false, true},
+        {"tcp: the last tcp link, its fields only", 2, L"tcp://127.0.0.1:5555", true, false},
+        {"simulator: nothing to fill in", 0, L"sim:", false, false},
+    };
+    for (const ROW& row : rows) {
+        radios[row.radio]->setChecked(true);
+        EXPECT_EQ(dialog.Url(), row.url) << row.legend;
+        EXPECT_EQ(dialog.findChild<QLineEdit*>()->isEnabled(), row.hostEnabled) << row.legend;
+        EXPECT_EQ(dialog.findChildren<QComboBox*>().at(0)->isEnabled(), row.portEnabled) << row.legend;
+    }
+}
+
+TEST(Host, ReconnectAttemptsBackOffUpToHalfAMinute) {
+    CBackoff backoff;
+    const int expected[] = {1, 2, 4, 8, 16, 30, 30};
+    for (const int seconds : expected) EXPECT_EQ(backoff.Next(), seconds);
+    backoff.Reset();
+    EXPECT_EQ(backoff.Next(), 1) << "after a link that worked";
 }
 
 }  // namespace

@@ -103,5 +103,45 @@ TEST(PtyLink, ServesDevSerAAtTheConfiguredRateAndMayBeReopened) {
     EXPECT_TRUE(second.WaitFor("$GNZDA,")) << "the host may close and reopen the device";
 }
 
+// The host aborts a reply: one still waiting behind another command, one delayed by latency,
+// and one already streaming out at the line rate. Each ends with the cut mark and the command
+// sent after the abort is answered.
+TEST(AbortedReply, EndsWithTheCutMarkAndTheNextCommandIsAnswered) {
+    struct ROW {
+        const char* legend;
+        const char* setup;      // a fault command first, or ""
+        std::string commands;   // what the host sends before the abort
+        const char* waitFor;    // what must have arrived before the host aborts
+        bool replyBegun;        // some of reply 7 arrived before the cut
+    };
+    const ROW rows[] = {
+        {"delayed by latency: never begun", "sim,latency,60000,rcv/sn", "%7%print,rcv/sn\r\n", "", false},
+        {"streaming out at 115200 bit/s", "", "%7%print,/par:on\r\n", "@R7,0,", true},
+    };
+    for (const ROW& row : rows) {
+        SimOptions options;
+        options.throttle = true;
+        RcvSim sim(options);
+        LinkClient c(ConnectLoopback(sim.StartTcp("127.0.0.1", 0)));
+        if (*row.setup) {
+            ASSERT_TRUE(c.Send(std::string("%1%") + row.setup));
+            ASSERT_TRUE(c.WaitReply("1")) << row.legend;
+        }
+        ASSERT_EQ(::write(c.Fd(), row.commands.data(), row.commands.size()), static_cast<ssize_t>(row.commands.size()));
+        if (*row.waitFor) ASSERT_TRUE(c.WaitFor(row.waitFor)) << row.legend;
+        ASSERT_TRUE(c.Send("\x18" "7")) << row.legend;
+        ASSERT_TRUE(c.Send("%8%print,rcv/model")) << row.legend;
+        const auto model = c.WaitReply("8", Ms(20000));
+        ASSERT_TRUE(model) << row.legend << " saw: " << c.Seen().substr(0, 300);
+        EXPECT_EQ(model->payload, "FNK-600") << row.legend;
+        const std::string& seen = c.Seen();
+        const auto mark = seen.find("@C7,0,0:*0000\r\n");
+        ASSERT_NE(mark, std::string::npos) << row.legend;
+        EXPECT_LT(mark, seen.find("@R8,")) << row.legend;
+        EXPECT_EQ(seen.find("@R7,") != std::string::npos, row.replyBegun) << row.legend;
+        EXPECT_LT(seen.size(), 64u * 1024) << row.legend << ": the 300 KB dump was not sent";
+    }
+}
+
 }  // namespace
 }  // namespace rcvsim::test

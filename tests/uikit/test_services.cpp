@@ -1,5 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <functional>
+
+#include "platform/basekit/CCommException.h"
+#include "platform/basekit/CWinException.h"
+
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
@@ -33,6 +38,35 @@ TEST(MessageBox, ResponderSeesTheRequestAndAnswers) {
     EXPECT_EQ(requests[0].flags, unsigned{MB_YESNO | MB_ICONQUESTION});
     EXPECT_EQ(requests[1].text, L"Receiver reported an error.") << "an error shows the exception's message";
     EXPECT_EQ(requests[1].flags & MB_ICONMASK, unsigned{MB_ICONERROR});
+}
+
+// A plain sentence leads; the exception's own text (with its code) stays, under Details.
+TEST(MessageBox, ReportErrorLeadsWithAPlainSentenceAndKeepsTheTechnicalTextUnderDetails) {
+    struct ROW {
+        const char* legend;
+        std::function<void()> report;
+        const wchar_t* textHas;
+        const wchar_t* detailsHas;   // nullptr: no details
+    };
+    const ROW rows[] = {
+        {"time-out", [] { CMessageBoxService::ReportError(nullptr, basekit::CWinException("t", 1, L"print,rcv/model", basekit::kErrorTimeout)); },
+         L"did not answer in time", L"print,rcv/model"},
+        {"lost link", [] { CMessageBoxService::ReportError(nullptr, basekit::CWinException("t", 1, L"devio::IReceiver::Subscribe", basekit::kErrorLinkLost)); },
+         L"connection to the receiver was lost", L"(error 1236)"},
+        {"receiver refused", [] { CMessageBoxService::ReportError(nullptr, basekit::CCommException("t", 1, L"set,x", L"{2,,wrong}", L"Receiver")); },
+         L"refused the command", L"{2,,wrong}"},
+        {"plain text of its own", [] { CMessageBoxService::ReportError(nullptr, basekit::CStdException(L"Disk full.")); },
+         L"Disk full.", nullptr},
+    };
+    for (const ROW& row : rows) {
+        CMessageBoxResponder responder;
+        row.report();
+        const auto requests = responder.Requests();
+        ASSERT_EQ(requests.size(), 1u) << row.legend;
+        EXPECT_NE(requests[0].text.find(row.textHas), std::wstring::npos) << row.legend;
+        if (row.detailsHas) EXPECT_NE(requests[0].details.find(row.detailsHas), std::wstring::npos) << row.legend;
+        else EXPECT_TRUE(requests[0].details.empty()) << row.legend;
+    }
 }
 
 TEST(MessageBox, GuardsNestAndRestoreTheOuterResponder) {

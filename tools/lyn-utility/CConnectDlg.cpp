@@ -4,6 +4,11 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSettings>
+#include <QUrl>
+#include <QUrlQuery>
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -16,14 +21,28 @@ namespace {
 enum Kind { Simulator, Serial, Tcp };
 constexpr int kRates[] = {300, 600, 1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200, 153600, 230400, 460800, 921600};
 
-QStringList SerialPorts() {
-    QStringList ports;
-    const QDir dev(QStringLiteral("/dev"));
-    for (const QString& name : dev.entryList({QStringLiteral("ttyS*"), QStringLiteral("ttyUSB*"), QStringLiteral("ttyACM*")}, QDir::System))
-        ports << dev.filePath(name);
-    return ports;
+const QString kLastSerial = QStringLiteral("Connection/LastSerial");
+const QString kLastTcp = QStringLiteral("Connection/LastTcp");
+const QString kUsedPaths = QStringLiteral("Connection/SerialPaths");
+constexpr int kMaxUsedPaths = 8;
+
+QString ReadSmall(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? QString::fromLatin1(f.read(64)).trimmed() : QString();
 }
 }  // namespace
+
+QStringList CConnectDlg::PresentSerialPorts() {
+    QStringList ports;
+    const QDir dev(QStringLiteral("/dev"));
+    for (const QString& name : dev.entryList({QStringLiteral("ttyS*"), QStringLiteral("ttyUSB*"), QStringLiteral("ttyACM*")}, QDir::System)) {
+        // A built-in port the kernel found no chip for has type 0; adapters exist only when plugged in.
+        if (name.startsWith(QLatin1String("ttyS")) && ReadSmall(QStringLiteral("/sys/class/tty/%1/type").arg(name)) == QLatin1String("0"))
+            continue;
+        ports << dev.filePath(name);
+    }
+    return ports;
+}
 
 CConnectDlg::CConnectDlg(QWidget* parent, const basekit::ustring& current) : QDialog(parent) {
     setWindowTitle(HostText(HS_CONNECTION).ToQString());
@@ -36,7 +55,9 @@ CConnectDlg::CConnectDlg(QWidget* parent, const basekit::ustring& current) : QDi
     m_kind->addButton(tcp, Tcp);
     m_port = new QComboBox(this);
     m_port->setEditable(true);
-    m_port->addItems(SerialPorts());
+    m_port->addItems(PresentSerialPorts());
+    for (const QString& used : QSettings().value(kUsedPaths).toStringList())
+        if (QFileInfo::exists(used) && m_port->findText(used) < 0) m_port->addItem(used);
     m_rate = new QComboBox(this);
     for (const int r : kRates) m_rate->addItem(QString::number(r), r);
     m_rate->setCurrentText(QStringLiteral("115200"));
@@ -60,10 +81,60 @@ CConnectDlg::CConnectDlg(QWidget* parent, const basekit::ustring& current) : QDi
     layout->addLayout(form);
     layout->addWidget(buttons);
 
+    // The last link of each kind, then the current one on top of its kind.
+    const QSettings settings;
+    const auto fillSerial = [this](const QString& url) {
+        const QUrl parsed(url);
+        const QString path = url.mid(7).section(QLatin1Char('?'), 0, 0);
+        if (!path.isEmpty()) m_port->setCurrentText(path);
+        const QString rate = QUrlQuery(parsed.query()).queryItemValue(QStringLiteral("baud"));
+        if (!rate.isEmpty()) m_rate->setCurrentText(rate);
+    };
+    const auto fillTcp = [this](const QString& url) {
+        const QUrl parsed(url);
+        if (!parsed.host().isEmpty()) m_host->setText(parsed.host());
+        if (parsed.port() > 0) m_tcpPort->setValue(parsed.port());
+    };
+    fillSerial(settings.value(kLastSerial).toString());
+    fillTcp(settings.value(kLastTcp).toString());
     const QString url = current.ToQString();
-    if (url.startsWith(QStringLiteral("serial:"))) serial->setChecked(true);
-    else if (url.startsWith(QStringLiteral("tcp:"))) tcp->setChecked(true);
-    else simulator->setChecked(true);
+    if (url.startsWith(QStringLiteral("serial:"))) {
+        serial->setChecked(true);
+        fillSerial(url);
+    } else if (url.startsWith(QStringLiteral("tcp:"))) {
+        tcp->setChecked(true);
+        fillTcp(url);
+    } else {
+        simulator->setChecked(true);
+    }
+    connect(m_kind, &QButtonGroup::idToggled, this, [this](int id, bool on) { if (on) EnableKind(id); });
+    EnableKind(m_kind->checkedId());
+}
+
+void CConnectDlg::EnableKind(int kind) {
+    m_port->setEnabled(kind == Serial);
+    m_rate->setEnabled(kind == Serial);
+    m_host->setEnabled(kind == Tcp);
+    m_tcpPort->setEnabled(kind == Tcp);
+}
+
+void CConnectDlg::accept() {
+    Remember();
+    QDialog::accept();
+}
+
+void CConnectDlg::Remember() const {
+    QSettings settings;
+    const QString url = Url().ToQString();
+    if (m_kind->checkedId() == Serial) {
+        settings.setValue(kLastSerial, url);
+        QStringList used = settings.value(kUsedPaths).toStringList();
+        used.removeAll(m_port->currentText());
+        used.prepend(m_port->currentText());
+        settings.setValue(kUsedPaths, used.mid(0, kMaxUsedPaths));
+    } else if (m_kind->checkedId() == Tcp) {
+        settings.setValue(kLastTcp, url);
+    }
 }
 
 basekit::ustring CConnectDlg::Url() const {

@@ -9,13 +9,23 @@ class QLineEdit;
 class QSpinBox;
 
 // Where to connect: the built-in simulated receiver (the default), a serial port at a rate, or
-// a TCP host and port. Gives the link text the device layer opens.
+// a TCP host and port. Only the chosen kind's fields are enabled; the last link of each kind is
+// remembered; the serial ports present on this machine, and the paths (pseudo-terminals) used
+// before, are offered. Gives the link text the device layer opens.
 class CConnectDlg : public QDialog {
 public:
     explicit CConnectDlg(QWidget* parent, const basekit::ustring& current);
     basekit::ustring Url() const;
+    void accept() override;
+
+    // Serial devices with hardware behind them: USB and ACM adapters, and the built-in ports
+    // whose kernel type is known.
+    static QStringList PresentSerialPorts();
 
 private:
+    void EnableKind(int kind);
+    void Remember() const;
+
     QButtonGroup* m_kind;
     QComboBox* m_port;
     QComboBox* m_rate;

@@ -2,14 +2,36 @@
 
 #include "platform/basekit/CWinException.h"
 #include "platform/devio/CLinkFactory.h"
+#include "tools/lyn-utility/CHostError.h"
+#include "tools/lyn-utility/CLinkText.h"
 #include "tools/lyn-utility/HostStrings.h"
 #include "tools/rcvsim/RcvSim.h"
+
+using basekit::ustring;
+
+namespace {
+
+// The plain sentence for a link that could not be opened: a link text's own reason, or what
+// the error code says to check.
+ustring PlainFailure(const ustring& url, const basekit::CStdException& e) {
+    ustring reason = e.GetPlainMessage();
+    if (const auto* w = dynamic_cast<const basekit::CWinException*>(&e); w && w->Code() == basekit::kErrorInvalidParameter)
+        reason = w->Text();
+    return ustring::Format(HostText(HS_CANNOT_CONNECT).c_str(), url, reason.empty() ? e.GetMessage() : reason);
+}
+
+}  // namespace
 
 CConnection::CConnection(const CFenkBinding& library) : m_library(library) {
     devio::CLinkFactory::RegisterInProcess([this](const basekit::CSmartPtr<devio::IPortAddr>&) {
         if (!m_simulator) m_simulator = std::make_unique<rcvsim::RcvSim>();
         return m_simulator->OpenInProcess();
     });
+    if (const auto probe = library.Probe()) {
+        m_probe = [probe](const basekit::CSmartPtr<devio::IReceiver>& receiver, unsigned timeoutMs, CFenkBinding::Identity& id) {
+            return static_cast<unsigned>(probe(receiver, timeoutMs, id.model, id.serial, id.firmware));
+        };
+    }
 }
 
 CConnection::~CConnection() {
@@ -17,13 +39,34 @@ CConnection::~CConnection() {
     devio::CLinkFactory::RegisterInProcess(nullptr);
 }
 
-void CConnection::Open(const basekit::ustring& url) {
+void CConnection::Open(const ustring& url) {
+    basekit::CSmartPtr<devio::IPortAddr> address;
+    basekit::CSmartPtr<devio::CReceiver> receiver;
+    try {
+        address = devio::IPortAddr::Parse(url);
+        if (!m_library.PreOpenPort(address))
+            throw basekit::CStdException(ustring::Format(HostText(HS_REFUSED_BY_HOOK).c_str(), url));
+        receiver = devio::CReceiver::Open(address);
+    } catch (const basekit::CStdException& e) {
+        throw CHostError(PlainFailure(url, e), e.GetMessage());
+    }
+    if (!m_wireLog.empty()) receiver->WireLog().WriteTo(m_wireLog);
+    std::optional<CFenkBinding::Identity> identity;
+    if (m_probe) {
+        CFenkBinding::Identity id;
+        if (const unsigned code = m_probe(basekit::CSmartPtr<devio::IReceiver>(receiver.Get()), kProbeTimeoutMs, id)) {
+            receiver.Reset();
+            m_library.PostClosePort(address);
+            const basekit::CWinException cause("Connection", __LINE__, url, code);
+            throw CHostError(ustring::Format(HostText(HS_NOTHING_ANSWERS).c_str(), CLinkText::Describe(*address)), cause.GetMessage());
+        }
+        identity = std::move(id);
+    }
+    // Only now does the link that was working give way.
     Close();
-    auto address = devio::IPortAddr::Parse(url);
-    if (!m_library.PreOpenPort(address))
-        throw basekit::CStdException(basekit::ustring::Format(HostText(HS_REFUSED_BY_HOOK).c_str(), url));
-    m_receiver = devio::CReceiver::Open(address);
+    m_receiver = std::move(receiver);
     m_address = std::move(address);
+    m_identity = std::move(identity);
     m_url = url;
 }
 
@@ -32,9 +75,18 @@ void CConnection::Close() {
     m_receiver.Reset();
     m_library.PostClosePort(m_address);
     m_address.Reset();
+    m_identity.reset();
 }
 
 void CConnection::Reopen() {
-    const basekit::ustring url = m_url;
+    const ustring url = m_url;
     Open(url);
+}
+
+ustring CConnection::Description() const { return m_address ? CLinkText::Describe(*m_address) : ustring(); }
+
+bool CConnection::SetWireLog(const std::string& path) {
+    if (m_receiver && !m_receiver->WireLog().WriteTo(path)) return false;
+    m_wireLog = path;
+    return true;
 }

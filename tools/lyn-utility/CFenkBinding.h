@@ -16,7 +16,18 @@ public:
     struct Launcher {
         std::string name;
         ReceiverLauncher run;
+        basekit::ustring caption;   // the window's own caption for the menu, never its class name
+        const char* shortcut = "";  // a key sequence ("Ctrl+I"), or empty
     };
+    // The receiver's identity as the library's probe read it.
+    struct Identity {
+        basekit::ustring model, serial, firmware;
+    };
+    // The library's probe (model, serial number, firmware within timeoutMs): 0 or the system
+    // error code of the failure. Absent from libraries that do not export it.
+    using ProbeFunction = int (*)(basekit::CSmartPtr<devio::IReceiver>, unsigned timeoutMs, basekit::ustring& model,
+                                  basekit::ustring& serial, basekit::ustring& firmware);
+    ProbeFunction Probe() const { return m_probe; }
 
     // Loads the library from `path`, or by its name beside the program and on the system's paths.
     bool Load(const QString& path);
@@ -33,6 +44,8 @@ public:
 
 private:
     QFunctionPointer Bind(const char* name);
+    QFunctionPointer BindOptional(const char* name);
+    basekit::ustring CaptionOf(const char* name, std::size_t row) const;
     QLibrary m_library;
     std::vector<Launcher> m_receiverLaunchers;
     std::vector<std::string> m_missing;
@@ -40,4 +53,7 @@ private:
     bool (*m_preOpen)(basekit::CSmartPtr<devio::IPortAddr>) = nullptr;
     bool (*m_postClose)(basekit::CSmartPtr<devio::IPortAddr>) = nullptr;
     void (*m_onExit)() = nullptr;
+    ProbeFunction m_probe = nullptr;
+    // The library's captions from its string table, when it exports them.
+    bool (*m_caption)(const char* launcherName, basekit::ustring& caption) = nullptr;
 };

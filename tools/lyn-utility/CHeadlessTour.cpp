@@ -17,11 +17,17 @@ void CHeadlessTour::Print(const basekit::ustring& line) { m_out << line.ToQStrin
 
 int CHeadlessTour::Run(const basekit::ustring& url) {
     Print(basekit::ustring::Format(HostText(HS_TOUR_START).c_str(), url, basekit::ustring::FromQString(m_folder.absolutePath())));
-    for (const auto& name : m_library.Missing()) Print(basekit::ustring::Format(HostText(HS_NAME_MISSING).c_str(), basekit::ustring::FromUtf8(name)));
+    if (!m_library.Missing().empty()) {
+        std::string names;
+        for (const auto& name : m_library.Missing()) names += (names.empty() ? "" : ", ") + name;
+        Print(basekit::ustring::Format(HostText(HS_NAMES_MISSING).c_str(), basekit::ustring::FromUtf8(names)));
+    }
     try {
         m_connection.Open(url);
     } catch (const basekit::CStdException& e) {
-        Print(basekit::ustring::Format(HostText(HS_CONNECT_FAILED).c_str(), url, e.GetMessage()));
+        const basekit::ustring plain = e.GetPlainMessage();
+        Print(plain.empty() ? e.GetMessage() : plain);
+        if (!plain.empty()) Print(e.GetMessage());
         return 1;
     }
     for (const auto& launcher : m_library.ReceiverLaunchers()) Visit(launcher);
@@ -62,6 +68,12 @@ void CHeadlessTour::Visit(const CFenkBinding::Launcher& launcher) {
 }
 
 void CHeadlessTour::Capture(QWidget* window, const std::string& name) {
+    // Windows that read the receiver say how many of their readings failed.
+    const int failed = window->property("fenkFailed").toInt();
+    if (failed > 0) {
+        Print(basekit::ustring::Format(HostText(HS_TOUR_READINGS_FAILED).c_str(), basekit::ustring::FromUtf8(name), failed));
+        ++m_failures;
+    }
     for (const QTreeWidget* tree : window->findChildren<QTreeWidget*>()) {
         for (int i = 0; i < tree->topLevelItemCount(); ++i) {
             const QTreeWidgetItem* item = tree->topLevelItem(i);

@@ -1,48 +1,103 @@
 #include "tools/lyn-utility/CMainWindow.h"
 
+#include <QAction>
+#include <QKeySequence>
 #include <QLabel>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QStatusBar>
+#include <QTimer>
 
 #include "platform/basekit/CStdException.h"
+#include "platform/uikit/CFileDialogService.h"
+#include "platform/uikit/CMessageBoxService.h"
+#include "platform/uikit/CScreenFit.h"
 #include "tools/lyn-utility/CConnectDlg.h"
+#include "tools/lyn-utility/CLinkText.h"
 #include "tools/lyn-utility/HostStrings.h"
+
+using basekit::ustring;
 
 namespace {
 constexpr int kReconnect = 4;
-}
+constexpr int kTickMs = 1000;
+}  // namespace
 
 CMainWindow::CMainWindow(CFenkBinding& library, CConnection& connection) : m_library(library), m_connection(connection) {
     setWindowTitle(HostText(HS_TITLE).ToQString());
     QMenu* device = menuBar()->addMenu(HostText(HS_MENU_DEVICE).ToQString());
-    device->addAction(HostText(HS_CONNECT).ToQString(), this, [this] { OnConnect(); });
+    device->addAction(HostText(HS_CONNECT).ToQString(), QKeySequence(QStringLiteral("Ctrl+O")), this, [this] { OnConnect(); });
+    device->addAction(HostText(HS_RECONNECT).ToQString(), QKeySequence(QStringLiteral("Ctrl+R")), this, [this] { OnReconnect(); });
     device->addAction(HostText(HS_DISCONNECT).ToQString(), this, [this] {
         m_connection.Close();
+        m_reconnectIn = -1;
         UpdateStatus();
     });
+    m_wireLog = device->addAction(HostText(HS_WIRE_LOG).ToQString());
+    m_wireLog->setCheckable(true);
+    m_wireLog->setChecked(!m_connection.WireLogPath().empty());
+    connect(m_wireLog, &QAction::toggled, this, [this](bool on) { OnWireLog(on); });
     device->addSeparator();
     for (const auto& launcher : m_library.ReceiverLaunchers()) {
-        // The entry is named after the launcher: "run_ReceiverInfoDlg" reads "ReceiverInfoDlg".
-        device->addAction(QString::fromStdString(launcher.name.substr(4)), this, [this, launcher] { RunLauncher(launcher); });
+        QAction* action = device->addAction(launcher.caption.ToQString(), this, [this, launcher] { RunLauncher(launcher); });
+        if (*launcher.shortcut) action->setShortcut(QKeySequence(QString::fromLatin1(launcher.shortcut)));
     }
     device->addSeparator();
-    device->addAction(HostText(HS_EXIT).ToQString(), this, &QWidget::close);
+    device->addAction(HostText(HS_EXIT).ToQString(), QKeySequence::Quit, this, &QWidget::close);
     m_status = new QLabel(this);
-    statusBar()->addWidget(m_status);
-    resize(480, 320);
+    m_health = new QLabel(this);
+    statusBar()->addWidget(m_status, 1);
+    statusBar()->addPermanentWidget(m_health);
+    m_timer = new QTimer(this);
+    connect(m_timer, &QTimer::timeout, this, [this] { Tick(); });
+    m_timer->start(kTickMs);
+    resize(640, 320);
     UpdateStatus();
 }
 
-void CMainWindow::OnConnect() {
-    CConnectDlg dialog(this, m_connection.Url().empty() ? basekit::ustring(L"sim:") : m_connection.Url());
-    if (dialog.exec() != QDialog::Accepted) return;
+bool CMainWindow::Connect(const ustring& url) {
     try {
-        m_connection.Open(dialog.Url());
+        m_connection.Open(url);
+        m_reconnectIn = -1;
+        m_backoff.Reset();
     } catch (const basekit::CStdException& e) {
-        ReportError(basekit::ustring::Format(HostText(HS_CONNECT_FAILED).c_str(), dialog.Url(), e.GetMessage()));
+        uikit::CMessageBoxService::ReportError(this, e);
+        UpdateStatus();
+        return false;
     }
     UpdateStatus();
+    return true;
+}
+
+void CMainWindow::OnConnect() {
+    CConnectDlg dialog(this, m_connection.Url().empty() ? ustring(L"sim:") : m_connection.Url());
+    uikit::CScreenFit::Apply(dialog);
+    if (dialog.exec() != QDialog::Accepted) return;
+    Connect(dialog.Url());
+}
+
+void CMainWindow::OnReconnect() {
+    if (m_connection.Url().empty()) {
+        OnConnect();
+        return;
+    }
+    Connect(m_connection.Url());
+}
+
+void CMainWindow::OnWireLog(bool on) {
+    std::string path;
+    if (on) {
+        path = uikit::CFileDialogService::GetSaveFileName(this, L"wire.log", HostText(HS_WIRE_LOG_FILTER), L"log").ToUtf8();
+        if (path.empty()) {
+            const QSignalBlocker block(m_wireLog);
+            m_wireLog->setChecked(false);
+            return;
+        }
+    }
+    if (!m_connection.SetWireLog(path)) {
+        uikit::CMessageBoxService::ShowError(this, ustring::Format(HostText(HS_WIRE_LOG_FAILED).c_str(), ustring::FromUtf8(path)), {});
+        const QSignalBlocker block(m_wireLog);
+        m_wireLog->setChecked(false);
+    }
 }
 
 int CMainWindow::RunLauncher(const CFenkBinding::Launcher& launcher) {
@@ -50,23 +105,56 @@ int CMainWindow::RunLauncher(const CFenkBinding::Launcher& launcher) {
     if (!m_connection.IsOpen()) return 2;
     const int result = launcher.run(m_connection.Receiver(), this);
     if (result == kReconnect) {
-        statusBar()->showMessage(basekit::ustring::Format(HostText(HS_RECONNECTING).c_str(), m_connection.Url()).ToQString(), 5000);
+        statusBar()->showMessage(ustring::Format(HostText(HS_RECONNECTING).c_str(), m_connection.Url()).ToQString(), 5000);
         try {
             m_connection.Reopen();
         } catch (const basekit::CStdException& e) {
-            ReportError(basekit::ustring::Format(HostText(HS_CONNECT_FAILED).c_str(), m_connection.Url(), e.GetMessage()));
+            uikit::CMessageBoxService::ReportError(this, e);
         }
     }
     UpdateStatus();
     return result;
 }
 
-void CMainWindow::UpdateStatus() {
-    m_status->setText(m_connection.IsOpen()
-                          ? basekit::ustring::Format(HostText(HS_CONNECTED_TO).c_str(), m_connection.Url()).ToQString()
-                          : HostText(HS_NOT_CONNECTED).ToQString());
+void CMainWindow::Tick() {
+    if (m_connection.IsOpen() && m_connection.Receiver()->GetLinkHealth().state == devio::LinkState::Lost) {
+        // A lost link comes back by itself: the first attempt at once, then with back-off.
+        if (m_reconnectIn < 0) m_reconnectIn = 0;
+        if (m_reconnectIn-- == 0) {
+            try {
+                m_connection.Reopen();
+                m_reconnectIn = -1;
+                m_backoff.Reset();
+            } catch (const basekit::CStdException&) {
+                m_reconnectIn = m_backoff.Next();
+            }
+        }
+    }
+    UpdateStatus();
 }
 
-void CMainWindow::ReportError(const basekit::ustring& text) {
-    QMessageBox::critical(this, HostText(HS_TITLE).ToQString(), text.ToQString());
+QString CMainWindow::StatusText() const { return m_status->text(); }
+
+void CMainWindow::UpdateStatus() {
+    if (!m_connection.IsOpen()) {
+        m_status->setText(HostText(HS_NOT_CONNECTED).ToQString());
+        m_health->clear();
+        return;
+    }
+    const devio::LINK_HEALTH health = m_connection.Receiver()->GetLinkHealth();
+    const ustring where = m_connection.Description();
+    const auto& id = m_connection.Identity();
+    const ustring connected = id ? ustring::Format(HostText(HS_STATUS_IDENTIFIED).c_str(), id->model, id->serial, id->firmware, where)
+                                 : ustring::Format(HostText(HS_STATUS_UNIDENTIFIED).c_str(), where);
+    switch (health.state) {
+        case devio::LinkState::Lost:
+            m_status->setText(m_reconnectIn > 0 ? ustring::Format(HostText(HS_STATUS_LOST).c_str(), where, m_reconnectIn).ToQString()
+                                                : ustring::Format(HostText(HS_STATUS_RECONNECTING_NOW).c_str(), where).ToQString());
+            break;
+        case devio::LinkState::Silent:
+            m_status->setText(ustring::Format(HostText(HS_STATUS_SILENT).c_str(), where).ToQString());
+            break;
+        case devio::LinkState::Up: m_status->setText(connected.ToQString()); break;
+    }
+    m_health->setText(CLinkText::Health(health).ToQString());
 }

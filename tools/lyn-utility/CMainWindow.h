@@ -1,24 +1,40 @@
 #pragma once
 #include <QMainWindow>
 
+#include "tools/lyn-utility/CBackoff.h"
 #include "tools/lyn-utility/CConnection.h"
 
+class QAction;
 class QLabel;
+class QTimer;
 
-// The utility's window: a Device menu with Connect, one entry per bound launcher, and Exit.
+// The utility's window: a Device menu with Connect, Reconnect, the wire log, one entry per bound
+// launcher (the window's own caption) and Exit; a status bar that says what answered, the
+// link's health, and when the link is lost, while it reconnects by itself with back-off.
 class CMainWindow : public QMainWindow {
 public:
     CMainWindow(CFenkBinding& library, CConnection& connection);
 
     // Runs a launcher on the open receiver; reconnects when it answers 4.
     int RunLauncher(const CFenkBinding::Launcher& launcher);
+    // Opens the link, reporting a failure in an error box; the link that was open stays.
+    bool Connect(const basekit::ustring& url);
+    // Looks at the link once (the status timer does this every second).
+    void Tick();
+    QString StatusText() const;
 
 private:
     void OnConnect();
+    void OnReconnect();
+    void OnWireLog(bool on);
     void UpdateStatus();
-    void ReportError(const basekit::ustring& text);
 
     CFenkBinding& m_library;
     CConnection& m_connection;
     QLabel* m_status;
+    QLabel* m_health;
+    QAction* m_wireLog;
+    QTimer* m_timer;
+    CBackoff m_backoff;
+    int m_reconnectIn = -1;   // seconds until the next attempt; -1: the link is not lost
 };

@@ -33,6 +33,26 @@ enum HostStringId : unsigned {
     HS_TOUR_DONE,
     HS_TOUR_FAILED,
     HS_REFUSED_BY_HOOK,
+    HS_LINK_SIM,
+    HS_LINK_SERIAL,
+    HS_LINK_TCP,
+    HS_STATUS_IDENTIFIED,
+    HS_STATUS_UNIDENTIFIED,
+    HS_NOTHING_ANSWERS,
+    HS_STATUS_LOST,
+    HS_STATUS_SILENT,
+    HS_HEALTH,
+    HS_NEVER,
+    HS_SECONDS_AGO,
+    HS_RECONNECT,
+    HS_WIRE_LOG,
+    HS_WIRE_LOG_FAILED,
+    HS_WIRE_LOG_FILTER,
+    HS_NAMES_MISSING,
+    HS_TOUR_READINGS_FAILED,
+    HS_CANNOT_CONNECT,
+    HS_STATUS_RECONNECTING_NOW,
+    HS_CAPTION_FIRST,   // launcher captions follow, in the order of CFenkBinding's launcher table
 };
 
 const basekit::CResourceInstance& HostStrings();

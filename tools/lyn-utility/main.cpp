@@ -5,6 +5,9 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QTextStream>
+#include <QTimer>
+#include <string>
+#include <string_view>
 #include <cstdlib>
 
 #include "platform/basekit/CResourceInstance.h"
@@ -18,11 +21,21 @@ namespace {
 
 bool HasDisplay() { return std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY"); }
 
+// The tour prints what the windows show; the offscreen platform's remarks are not part of that.
+void QuietToolkit(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    const bool toolkit = (context.category && std::string_view(context.category).starts_with("qt.")) ||
+                         message.startsWith(QLatin1String("QStandardPaths:"));
+    if (type == QtDebugMsg || type == QtInfoMsg || toolkit || message.startsWith(QLatin1String("This plugin does not support")))
+        return;
+    QTextStream(stderr) << message << Qt::endl;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     const bool headless = !HasDisplay() && !std::getenv("QT_QPA_PLATFORM");
     if (headless) qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qgetenv("QT_QPA_PLATFORM") == "offscreen") qInstallMessageHandler(QuietToolkit);
     QApplication app(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("Fenk"));
     QCoreApplication::setApplicationName(QStringLiteral("Lyn Utility"));
@@ -36,7 +49,9 @@ int main(int argc, char** argv) {
     const QCommandLineOption tour({QStringLiteral("t"), QStringLiteral("tour")},
                                   QStringLiteral("Take the headless tour, saving screenshots into this folder"), QStringLiteral("folder"));
     const QCommandLineOption library(QStringLiteral("library"), QStringLiteral("Path of libfenk.so"), QStringLiteral("path"));
-    parser.addOptions({link, tour, library});
+    const QCommandLineOption wireLog(QStringLiteral("wire-log"), QStringLiteral("Record every byte of the link into this file"),
+                                     QStringLiteral("file"));
+    parser.addOptions({link, tour, library, wireLog});
     parser.process(app);
 
     QTextStream out(stdout);
@@ -46,24 +61,29 @@ int main(int argc, char** argv) {
                                         basekit::ustring::FromQString(binding.ErrorText())).ToQString() << Qt::endl;
         return 2;
     }
-    for (const auto& name : binding.Bound()) out << basekit::ustring::Format(HostText(HS_NAME_BOUND).c_str(), basekit::ustring::FromUtf8(name)).ToQString() << Qt::endl;
+    std::string bound;
+    for (const auto& name : binding.Bound()) bound += (bound.empty() ? "" : ", ") + name;
+    out << basekit::ustring::Format(HostText(HS_NAME_BOUND).c_str(), basekit::ustring::FromUtf8(bound)).ToQString() << Qt::endl;
     const basekit::ustring url = basekit::ustring::FromQString(parser.value(link));
 
     int status = 0;
     {
         CConnection connection(binding);
+        if (parser.isSet(wireLog) && !connection.SetWireLog(parser.value(wireLog).toStdString())) {
+            out << basekit::ustring::Format(HostText(HS_WIRE_LOG_FAILED).c_str(), basekit::ustring::FromQString(parser.value(wireLog))).ToQString()
+                << Qt::endl;
+            return 2;
+        }
         if (headless || parser.isSet(tour)) {
+            qInstallMessageHandler(QuietToolkit);
             const QString folder = parser.isSet(tour) ? parser.value(tour) : QStringLiteral("lyn-utility-tour");
             QDir().mkpath(folder);
             status = CHeadlessTour(binding, connection, QDir(folder), out).Run(url) == 0 ? 0 : 1;
         } else {
             CMainWindow window(binding, connection);
-            try {
-                connection.Open(url);
-            } catch (const basekit::CStdException&) {
-                // The window offers Connect; the status bar says that nothing is open.
-            }
             window.show();
+            // A failed --link says why in a box; the window then offers Connect.
+            QTimer::singleShot(0, &window, [&window, url] { window.Connect(url); });
             status = app.exec();
         }
     }

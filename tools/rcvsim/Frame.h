@@ -18,6 +18,8 @@ public:
         return Make('M', name, 0, payload);
     }
     static std::string Event(int number) { return Make('E', std::to_string(number), 0, {}); }
+    // Sent in place of the rest of a reply the host aborted.
+    static std::string CutMark(std::string_view tag) { return Make('C', tag, 0, {}); }
 };
 
 }  // namespace rcvsim

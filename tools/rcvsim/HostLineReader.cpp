@@ -2,7 +2,23 @@
 
 namespace rcvsim {
 
+namespace {
+constexpr char kAbort = '\x18';
+
+bool IsTag(std::string_view tag) {
+    if (tag.empty() || tag.size() > 9) return false;
+    for (const char c : tag)
+        if (c < '0' || c > '9') return false;
+    return true;
+}
+}  // namespace
+
 std::optional<HostLine> HostLineReader::Parse(std::string_view line) {
+    if (!line.empty() && line.front() == kAbort) {
+        const auto tag = line.substr(1);
+        if (!IsTag(tag)) return std::nullopt;
+        return HostLine{std::string(tag), {}, true, true};
+    }
     // Names and texts travel as UTF-8; only control characters make a line garbage.
     for (const unsigned char c : line)
         if (c < 0x20 || c == 0x7f) return std::nullopt;
@@ -11,9 +27,7 @@ std::optional<HostLine> HostLineReader::Parse(std::string_view line) {
         const auto close = line.find('%', 1);
         if (close == std::string_view::npos) return std::nullopt;
         const auto tag = line.substr(1, close - 1);
-        if (tag.empty() || tag.size() > 9) return std::nullopt;
-        for (const char c : tag)
-            if (c < '0' || c > '9') return std::nullopt;
+        if (!IsTag(tag)) return std::nullopt;
         out.tag = std::string(tag);
         out.tagged = true;
         line.remove_prefix(close + 1);

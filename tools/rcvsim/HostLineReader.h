@@ -6,11 +6,13 @@
 
 namespace rcvsim {
 
-// One command line from the host: "%<tag>%<command>" or a bare "<command>" (empty tag).
+// One command line from the host: "%<tag>%<command>", a bare "<command>" (empty tag), or
+// the abort of the reply to a tagged command, CAN (0x18) followed by the tag.
 struct HostLine {
     std::string tag;
     std::string command;
     bool tagged = false;
+    bool abort = false;   // "\x18<tag>": stop the reply to that command now
 };
 
 // Cuts the host's byte stream into command lines. A line ends at CR or LF; lines with

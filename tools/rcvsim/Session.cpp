@@ -85,6 +85,7 @@ void Session::UpdateRate(Clock::time_point now) {
     const double rate = throttleEnabled_ ? receiver_.PortBytesPerSecond(port_) : 0;
     if (rate == throttle_.Rate()) return;
     throttle_.SetRate(rate, now);
+    inThrottle_.SetRate(rate, now);
     lineRate_.store(rate);
 }
 
@@ -110,7 +111,9 @@ void Session::Run(std::stop_token stop) {
             const std::lock_guard lock(outMutex_);
             wantWrite = !out_.empty() && throttle_.Allowance(now) > 0;
         }
-        pollfd fds[2] = {{fd_.Get(), static_cast<short>(POLLIN | (wantWrite ? POLLOUT : 0)), 0},
+        // A paced line takes in no more than its rate; the rest waits in the kernel's buffer.
+        const bool wantRead = inThrottle_.Allowance(now) > 0;
+        pollfd fds[2] = {{fd_.Get(), static_cast<short>((wantRead ? POLLIN : 0) | (wantWrite ? POLLOUT : 0)), 0},
                          {wake_.Get(), POLLIN, 0}};
         if (::poll(fds, 2, PollTimeoutMs(now)) < 0 && errno != EINTR) break;
         if (fds[1].revents & POLLIN) {
@@ -118,6 +121,7 @@ void Session::Run(std::stop_token stop) {
             [[maybe_unused]] const auto n = ::read(wake_.Get(), &count, sizeof count);
         }
         if ((fds[0].revents & (POLLIN | POLLHUP | POLLERR)) && !ReadInput()) break;
+        if (fds[0].revents & POLLHUP && !wantRead) break;
     }
     if (fd_.Valid()) ::shutdown(fd_.Get(), SHUT_RDWR);
     fd_.Reset();
@@ -137,13 +141,13 @@ void Session::HandleLine(const HostLine& line, Clock::time_point now) {
     const Reply r = receiver_.Execute(line.command, port_);
     if (r.effect == ReplyEffect::NoAnswer) return;
     const int latency = own ? 0 : plan.LatencyFor(path);
-    reply_ = PendingReply{now + std::chrono::milliseconds(latency), Frame::Reply(line.tag, r.status, r.text),
+    reply_ = PendingReply{now + std::chrono::milliseconds(latency), line.tag, Frame::Reply(line.tag, r.status, r.text),
                           r.effect, r.dropAfterMs};
 }
 
 void Session::DeliverDueReply(Clock::time_point now) {
     if (!reply_ || reply_->due > now) return;
-    Post(reply_->bytes, false);
+    PostReply(reply_->tag, reply_->bytes);
     if (reply_->effect == ReplyEffect::DropLink) {
         const std::lock_guard lock(outMutex_);
         // The answer goes out first; then the line falls.
@@ -168,12 +172,66 @@ void Session::InjectGarbage(Clock::time_point now) {
 
 bool Session::ReadInput() {
     char buf[4096];
-    const ssize_t n = ::read(fd_.Get(), buf, sizeof buf);
+    const std::size_t want = std::min(sizeof buf, inThrottle_.Allowance(Clock::now()));
+    if (want == 0) return true;
+    const ssize_t n = ::read(fd_.Get(), buf, want);
     if (n == 0) return false;
     if (n < 0) return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
-    for (auto& line : reader_.Feed(std::string_view(buf, static_cast<std::size_t>(n))))
-        lines_.push_back(std::move(line));
+    inThrottle_.Consume(static_cast<std::size_t>(n));
+    for (auto& line : reader_.Feed(std::string_view(buf, static_cast<std::size_t>(n)))) {
+        // An abort acts at once, ahead of the commands still waiting.
+        if (line.abort) Abort(line.tag);
+        else lines_.push_back(std::move(line));
+    }
     return true;
+}
+
+void Session::Abort(const std::string& tag) {
+    const auto waiting = std::find_if(lines_.begin(), lines_.end(), [&](const HostLine& l) { return l.tagged && l.tag == tag; });
+    if (waiting != lines_.end()) {
+        lines_.erase(waiting);
+        Post(Frame::CutMark(tag), false);
+        return;
+    }
+    if (reply_ && reply_->tag == tag && reply_->effect == ReplyEffect::None) {
+        reply_.reset();
+        Post(Frame::CutMark(tag), false);
+        return;
+    }
+    if (CutQueuedReply(tag)) Wake();
+}
+
+void Session::PostReply(const std::string& tag, const std::string& bytes) {
+    {
+        const std::lock_guard lock(outMutex_);
+        if (!tag.empty())
+            queuedReplies_.push_back(QueuedReply{tag, static_cast<long long>(out_.size()), bytes.size()});
+        out_.append(bytes);
+    }
+    Wake();
+}
+
+bool Session::CutQueuedReply(const std::string& tag) {
+    const std::lock_guard lock(outMutex_);
+    const auto it = std::find_if(queuedReplies_.begin(), queuedReplies_.end(), [&](const QueuedReply& q) { return q.tag == tag; });
+    if (it == queuedReplies_.end()) return false;   // already on the wire whole: nothing to stop
+    const std::string mark = Frame::CutMark(tag);
+    const long long end = it->start + static_cast<long long>(it->length);
+    // A reply with less left than the mark itself is simply finished.
+    if (end <= static_cast<long long>(mark.size())) return false;
+    const auto from = static_cast<std::size_t>(std::max(0LL, it->start));
+    out_.replace(from, static_cast<std::size_t>(end) - from, mark);
+    const long long shift = static_cast<long long>(mark.size()) - (end - static_cast<long long>(from));
+    for (auto later = std::next(it); later != queuedReplies_.end(); ++later) later->start += shift;
+    queuedReplies_.erase(it);
+    return true;
+}
+
+void Session::Written(std::size_t bytes) {
+    // Called with outMutex_ held.
+    for (auto& q : queuedReplies_) q.start -= static_cast<long long>(bytes);
+    while (!queuedReplies_.empty() && queuedReplies_.front().start + static_cast<long long>(queuedReplies_.front().length) <= 0)
+        queuedReplies_.pop_front();
 }
 
 bool Session::WriteOutput(Clock::time_point now) {
@@ -191,6 +249,7 @@ bool Session::WriteOutput(Clock::time_point now) {
     if (n < 0) return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
     throttle_.Consume(static_cast<std::size_t>(n));
     out_.erase(0, static_cast<std::size_t>(n));
+    Written(static_cast<std::size_t>(n));
     return true;
 }
 
@@ -203,6 +262,8 @@ int Session::PollTimeoutMs(Clock::time_point now) {
     if (dropAt_) timeout = std::min(timeout, MsUntil(*dropAt_, now));
     if (!out_.empty() && throttle_.Enabled())
         timeout = std::min(timeout, static_cast<int>(std::max<long long>(1, throttle_.Wait(now).count())));
+    if (inThrottle_.Enabled() && inThrottle_.Allowance(now) == 0)
+        timeout = std::min(timeout, static_cast<int>(std::max<long long>(1, inThrottle_.Wait(now).count())));
     return timeout;
 }
 

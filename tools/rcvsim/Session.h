@@ -17,8 +17,8 @@ namespace rcvsim {
 
 // One connection to the receiver: a port ("dev/ser/a", "dev/tcp/b") served on its own
 // thread. It reads host lines, answers them one at a time (with the fault plan's latency
-// or silence), writes the output other threads post, paces it at the port's line rate when
-// asked, sprinkles garbage and drops the link when the fault plan says so.
+// or silence), writes the output other threads post, paces both directions at the port's line
+// rate when asked, stops a reply the host aborts, sprinkles garbage and drops the link when the fault plan says so.
 class Session {
 public:
     using Clock = std::chrono::steady_clock;
@@ -43,12 +43,25 @@ public:
 private:
     struct PendingReply {
         Clock::time_point due;
+        std::string tag;
         std::string bytes;
         ReplyEffect effect = ReplyEffect::None;
         int dropAfterMs = 0;
     };
 
+    // A reply frame queued in out_: where it starts relative to the front of out_ (negative once
+    // part of it has been written) and how long it is.
+    struct QueuedReply {
+        std::string tag;
+        long long start = 0;
+        std::size_t length = 0;
+    };
+
     void Run(std::stop_token stop);
+    void Abort(const std::string& tag);
+    void PostReply(const std::string& tag, const std::string& bytes);
+    bool CutQueuedReply(const std::string& tag);
+    void Written(std::size_t bytes);
     void HandleLine(const HostLine& line, Clock::time_point now);
     void DeliverDueReply(Clock::time_point now);
     void InjectGarbage(Clock::time_point now);
@@ -67,11 +80,13 @@ private:
     std::deque<HostLine> lines_;
     std::optional<PendingReply> reply_;
     Throttle throttle_;
+    Throttle inThrottle_;   // the host's bytes arrive at the line rate too
     std::optional<Clock::time_point> dropAt_;
     std::optional<Clock::time_point> nextGarbage_;
     std::mt19937 rng_;
     std::mutex outMutex_;
     std::string out_;
+    std::deque<QueuedReply> queuedReplies_;   // guarded by outMutex_
     std::atomic<bool> finished_{false};
     std::atomic<double> lineRate_{0};
     bool isSocket_ = false;

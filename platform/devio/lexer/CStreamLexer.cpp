@@ -1,5 +1,6 @@
 #include "platform/devio/lexer/CStreamLexer.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstring>
@@ -223,6 +224,10 @@ void CStreamLexer::ScanFrameHeader(const char* base, std::size_t size)
             }
             m_headerSize = i + 1 - m_unit;
             m_state = State::FrameBody;
+            m_bodyCancelled = m_header.kind == 'R' &&
+                std::find(m_cancelled.begin(), m_cancelled.end(), m_header.id) != m_cancelled.end();
+            if (m_bodyCancelled)
+                m_cutMark = EncodeFrame('C', m_header.id, 0, {});
             m_pos = i + 1;
             return;
         }
@@ -236,6 +241,8 @@ void CStreamLexer::ScanFrameHeader(const char* base, std::size_t size)
 
 void CStreamLexer::ScanFrameBody(const char* base, std::size_t size)
 {
+    if (m_bodyCancelled && SkipCancelledBody(base, size))
+        return;
     const std::size_t total = m_headerSize + m_header.length + kTrailerSize;
     if (size - m_unit < total) {
         m_pos = size;
@@ -251,15 +258,99 @@ void CStreamLexer::ScanFrameBody(const char* base, std::size_t size)
     m_state = State::Idle;
     m_atLineStart = true;
     m_pos = m_unit + total;
-    ++m_counters.frames;
     // The id sits right after the kind letter; the header's own view may point into a buffer
     // that has moved since.
     const std::string_view id(frame + 2, m_header.id.size());
+    if (m_bodyCancelled) {
+        // A receiver that does not know the abort sent all of it: skipped all the same.
+        m_bodyCancelled = false;
+        ++m_counters.cancelledReplies;
+        ForgetCancelled(id);
+        return;
+    }
+    ++m_counters.frames;
+    if (m_header.kind == 'C')
+        ForgetCancelled(id);
     m_sink.OnFrame(FRAME_VIEW{m_header.kind, id, m_header.status, payload});
+}
+
+bool CStreamLexer::SkipCancelledBody(const char* base, std::size_t size)
+{
+    // The receiver cuts the reply anywhere in its payload and sends the mark; the mark may
+    // itself arrive split, so the search starts far enough back to see it whole.
+    const std::size_t bodyStart = m_unit + m_headerSize;
+    const std::size_t frameEnd = bodyStart + m_header.length + kTrailerSize;
+    const std::size_t end = std::min(size, frameEnd);
+    const std::size_t back = m_cutMark.size() - 1;
+    const std::size_t from = std::max(bodyStart, m_pos > back ? m_pos - back : 0);
+    const std::string_view window(base + from, end > from ? end - from : 0);
+    const std::size_t at = window.find(m_cutMark);
+    if (at == std::string_view::npos)
+        return false;   // not cut (yet): wait for more, or for the declared end
+    m_bodyCancelled = false;
+    ++m_counters.cancelledReplies;
+    ForgetCancelled(std::string_view(base + m_unit + 2, m_header.id.size()));
+    m_state = State::Idle;
+    m_atLineStart = true;
+    m_pos = from + at + m_cutMark.size();
+    return true;
+}
+
+void CStreamLexer::CancelReply(std::string_view tag)
+{
+    if (std::find(m_cancelled.begin(), m_cancelled.end(), tag) == m_cancelled.end()) {
+        if (m_cancelled.size() >= kMaxCancelled)
+            m_cancelled.erase(m_cancelled.begin());
+        m_cancelled.emplace_back(tag);
+    }
+    if (m_state == State::FrameBody && m_header.kind == 'R' && TagInProgress() == tag && !m_bodyCancelled) {
+        m_bodyCancelled = true;
+        m_cutMark = EncodeFrame('C', tag, 0, {});
+        m_pos = m_unit + m_headerSize;   // the mark may already be in the buffer
+        Forget(Scan(m_buffer.data(), m_buffer.size()));
+    }
+}
+
+bool CStreamLexer::AbandonReply(std::string_view tag)
+{
+    ForgetCancelled(tag);
+    const bool inProgress = (m_state == State::FrameBody && m_header.kind == 'R' && TagInProgress() == tag);
+    if (!inProgress)
+        return false;
+    ++m_counters.abandonedFrames;
+    m_bodyCancelled = false;
+    DropFrame();
+    Forget(Scan(m_buffer.data(), m_buffer.size()));
+    return true;
+}
+
+bool CStreamLexer::ReplyInProgress(REPLY_PROGRESS& progress) const
+{
+    if (m_state != State::FrameBody || m_header.kind != 'R')
+        return false;
+    const std::size_t have = m_buffer.size() - m_unit - m_headerSize;
+    progress = REPLY_PROGRESS{TagInProgress(), std::min(have, m_header.length), m_header.length};
+    return true;
+}
+
+std::string_view CStreamLexer::TagInProgress() const
+{
+    // Between calls to Feed an unfinished frame always sits in the buffer from its '@'.
+    if (m_buffer.size() < m_unit + 2 + m_header.id.size())
+        return {};
+    return std::string_view(m_buffer).substr(m_unit + 2, m_header.id.size());
+}
+
+void CStreamLexer::ForgetCancelled(std::string_view tag)
+{
+    const auto it = std::find(m_cancelled.begin(), m_cancelled.end(), tag);
+    if (it != m_cancelled.end())
+        m_cancelled.erase(it);
 }
 
 void CStreamLexer::DropFrame()
 {
+    m_bodyCancelled = false;
     ++m_counters.droppedFrames;
     m_state = State::Idle;
     m_pos = m_unit + 1;

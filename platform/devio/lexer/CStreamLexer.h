@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/devio/lexer/FrameHeader.h"
 #include "platform/devio/lexer/ILexerSink.h"
@@ -36,6 +37,22 @@ public:
 
     const LEXER_COUNTERS& Counters() const { return m_counters; }
 
+    // The reply with this tag belongs to a cancelled command: its bytes are skipped up to the
+    // receiver's cut mark ("@C<tag>,0,0:*0000") or the frame's declared end, whichever comes
+    // first, and it is never handed to the sink. Applies to a reply in progress too.
+    void CancelReply(std::string_view tag);
+    // The command owning this reply failed (timed out): a frame of it still in progress is
+    // dropped and the stream is scanned again from the byte after its '@', so a header that
+    // announced more than ever came cannot swallow the replies behind it. True when dropped.
+    bool AbandonReply(std::string_view tag);
+    // The reply frame in progress, if any: its tag, payload bytes so far and declared length.
+    struct REPLY_PROGRESS {
+        std::string_view tag;
+        std::size_t received = 0;
+        std::size_t length = 0;
+    };
+    bool ReplyInProgress(REPLY_PROGRESS& progress) const;
+
     static std::string EncodeFrame(char kind, std::string_view id, std::int32_t status,
                                    std::string_view payload);
 
@@ -56,6 +73,9 @@ private:
     void KeepTail(const char* base, std::size_t size, std::size_t keep);
     void Forget(std::size_t keep);
     void ReserveForFrame();
+    bool SkipCancelledBody(const char* base, std::size_t size);
+    void ForgetCancelled(std::string_view tag);
+    std::string_view TagInProgress() const;
 
     ILexerSink& m_sink;
     LEXER_COUNTERS m_counters;
@@ -68,6 +88,10 @@ private:
     std::size_t m_bodyEnd = 0;            // sentence: where its line end began
     FRAME_HEADER m_header;                // frame, in State::FrameBody; its id view is stale
     std::size_t m_headerSize = 0;         // frame: bytes from '@' through ':'
+    static constexpr std::size_t kMaxCancelled = 16;  // tags a cut mark may still come for
+    std::vector<std::string> m_cancelled;
+    bool m_bodyCancelled = false;         // the frame in progress is a cancelled reply
+    std::string m_cutMark;                // its cut mark, searched for in its body
 };
 
 }  // namespace devio

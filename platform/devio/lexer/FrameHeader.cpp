@@ -14,6 +14,7 @@ bool IsValidId(char kind, std::string_view id)
 {
     switch (kind) {
     case 'R':
+    case 'C':
         return id.size() <= 9 && std::all_of(id.begin(), id.end(), IsDigit);
     case 'M':
         return !id.empty() && id.size() <= 16 && std::all_of(id.begin(), id.end(), IsAlnum);

@@ -24,7 +24,7 @@ constexpr bool IsFrameHeaderByte(char c)
         || c == '-';
 }
 
-// Parses "<kind><id>,<status>,<length>" (without '@' and ':'). Reply ids are 0-9 digits,
+// Parses "<kind><id>,<status>,<length>" (without '@' and ':'). Reply and cut-mark ids are 0-9 digits,
 // message ids 1-16 letters or digits, event ids 1-9 digits; the length is at most
 // kMaxFramePayload.
 bool ParseFrameHeader(std::string_view text, FRAME_HEADER& header);

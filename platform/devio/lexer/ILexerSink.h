@@ -7,7 +7,7 @@ namespace devio {
 // One frame as the lexer found it; the views point into the lexer's buffer and are valid only
 // during the callback.
 struct FRAME_VIEW {
-    char kind = 0;                        // 'R' reply, 'M' message, 'E' event
+    char kind = 0;                        // 'R' reply, 'M' message, 'E' event, 'C' cut mark
     std::string_view id;
     std::int32_t status = 0;
     std::string_view payload;
