@@ -112,7 +112,7 @@ TEST(Jobs, FailuresAreShownWithTheirTextAndTheWindowStays) {
     EXPECT_EQ(outcome, JobOutcome::Failed);
     EXPECT_FALSE(applied) << "the UI-thread boundary reports failure";
     ASSERT_EQ(boxes.Requests().size(), 2u) << "one box from the job, one from the boundary";
-    for (const auto& box : boxes.Requests()) EXPECT_NE(box.text.find(L"wrong 1st parameter"), std::wstring::npos);
+    for (const auto& box : boxes.Requests()) EXPECT_NE(box.details.find(L"wrong 1st parameter"), std::wstring::npos);
     EXPECT_TRUE(dlg.property("fenkIdle").toBool());
 }
 

@@ -44,8 +44,8 @@ public:
         return done();
     }
     // The reply frame carrying `tag`, once it has fully arrived.
-    std::optional<ParsedReply> WaitReply(const std::string& tag) {
-        WaitUntil([&] { return FindReply(tag).has_value(); });
+    std::optional<ParsedReply> WaitReply(const std::string& tag, Ms limit = Ms(5000)) {
+        WaitUntil([&] { return FindReply(tag).has_value(); }, limit);
         return FindReply(tag);
     }
     bool WaitFor(const std::string& text) {

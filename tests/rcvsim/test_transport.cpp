@@ -131,7 +131,7 @@ TEST(AbortedReply, EndsWithTheCutMarkAndTheNextCommandIsAnswered) {
         if (*row.waitFor) ASSERT_TRUE(c.WaitFor(row.waitFor)) << row.legend;
         ASSERT_TRUE(c.Send("\x18" "7")) << row.legend;
         ASSERT_TRUE(c.Send("%8%print,rcv/model")) << row.legend;
-        const auto model = c.WaitReply("8", Ms(20000));
+        const auto model = c.WaitReply("8", LinkClient::Ms(20000));
         ASSERT_TRUE(model) << row.legend << " saw: " << c.Seen().substr(0, 300);
         EXPECT_EQ(model->payload, "FNK-600") << row.legend;
         const std::string& seen = c.Seen();

@@ -209,7 +209,7 @@ TEST_F(SiteConfiguration, TheFirstRefusedEventEndsTheSequence) {
     EXPECT_TRUE(stillOpen) << "OK can be pressed again";
     EXPECT_EQ(modal, 2);
     ASSERT_EQ(boxes.Requests().size(), 1u);
-    EXPECT_TRUE(boxes.Requests()[0].text.Contains(L"no medium")) << boxes.Requests()[0].text.ToUtf8();
+    EXPECT_TRUE(boxes.Requests()[0].details.Contains(L"no medium")) << boxes.Requests()[0].details.ToUtf8();
     EXPECT_EQ(Stored().SiteName, L"P2") << "the settings are kept before the events are sent";
 }
 
