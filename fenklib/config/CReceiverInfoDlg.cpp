@@ -130,6 +130,7 @@ void CReceiverInfoDlg::UpdateControls() {
 void CReceiverInfoDlg::OnRefresh() {
     const uikit::CBusyCursor busy;
     m_list->clear();
+    ClearFailed();
     m_controls.Get<QLabel>(IDC_STATUS)->clear();
     auto* progress = m_controls.Get<QProgressBar>(IDC_PROGRESS);
     progress->setRange(0, static_cast<int>(ReceiverInfoRows().size()));
@@ -157,6 +158,7 @@ void CReceiverInfoDlg::AddRow(const ROW_VALUE& row) {
     if (row.labelId) item->setText(0, LoadResString(row.labelId).ToQString());
     if (const auto icon = m_icons.find(row.iconId); icon != m_icons.end()) item->setIcon(0, icon->second);
     item->setText(1, row.value.ToQString());
+    if (!row.read) MarkFailed();
     if (row.labelId == IDS_ROW_ID && row.read) m_defaultFileName = row.value + LoadResString(IDS_TXT_EXTENSION);
     // The labels carry the units, so the names must be readable whole.
     m_list->resizeColumnToContents(0);

@@ -190,6 +190,14 @@ protected:
 
     bool IsReceiverReady() const { return m_receiver && m_receiver->IsReady(); }
 
+    // Readings that failed, counted on the top-level window ("fenkFailed") so that a host's
+    // headless tour can tell a window that showed errors from one that worked.
+    void MarkFailed() {
+        QWidget* top = this->window();
+        top->setProperty("fenkFailed", top->property("fenkFailed").toInt() + 1);
+    }
+    void ClearFailed() { this->window()->setProperty("fenkFailed", 0); }
+
     // A dialog or sheet ends itself; a page ends the sheet it is on.
     void EndWindow(int result) {
         if constexpr (std::is_base_of_v<uikit::CResizablePropertyPage, Base>) {
@@ -252,6 +260,7 @@ private:
         SetBusy(false);
         UpdateControls();
         if (!failure) return;
+        MarkFailed();
         try {
             failure->Rethrow();
         } catch (const basekit::CStdException& e) {

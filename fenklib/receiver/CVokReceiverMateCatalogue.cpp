@@ -147,6 +147,12 @@ std::vector<vok::LOG_FILE> CVokReceiverMateCore::ParseFileList(const ustring& re
     return files;
 }
 
+void CVokReceiverMateCore::Identify(unsigned timeoutMs, ustring& model, ustring& serial, ustring& firmware) {
+    model = ExecuteCommand(L"print," + ustring(par::RcvModel.path), true, timeoutMs);
+    serial = ExecuteCommand(L"print," + ustring(par::RcvSn.path), true, timeoutMs);
+    firmware = ExecuteCommand(L"print," + ustring(par::RcvVerMain.path), true, timeoutMs);
+}
+
 ustring CVokReceiverMateCore::ReadSettingsListing(const std::function<void(std::uint64_t, int, int)>& onReply) {
     // A listing may reach megabytes on a full receiver; the time-out follows from that size.
     constexpr unsigned kListingBytes = 16u * 1024u * 1024u;

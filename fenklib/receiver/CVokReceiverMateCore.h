@@ -47,6 +47,9 @@ public:
     static bool ParseOnOff(const ustring& reply) { return reply.find(L"on") != ustring::npos; }
 
     vok::EDev GetCurrentTerminal();
+    // Who answers at this link: model, serial number and main firmware, each waited for at most
+    // timeoutMs (a host's probe on connect must not wait for a dead line's full time-out).
+    void Identify(unsigned timeoutMs, ustring& model, ustring& serial, ustring& firmware);
     void InitParameters();
     void InitNvram();
     void ResetReceiver();
