@@ -170,6 +170,7 @@ void CReceiverStatusPS::wheelEvent(QWheelEvent* e) {
 // Listeners leave the host in the order they were added; records still waiting are not read.
 void CReceiverStatusPS::OnDestroy() {
     CFenkPropertySheet::OnDestroy();
+    m_logging.StopLogging();   // the closing guard has had the user's word on it
     if (m_host) {
         if (m_positionListener) m_host->RemoveListener(m_positionListener);
         if (m_dataLinkListener) m_host->RemoveListener(m_dataLinkListener);
