@@ -20,6 +20,7 @@ public:
     // cache would pay per list).
     QImage RenderFull();
 
+    const devio::SATLIST_RECORD& Satellites() const { return m_list; }
     int Radius() const { return m_radius; }
     QPoint Centre() const { return {m_cx, m_cy}; }
     int RingCount() const { return RingCountFor(m_radius); }

@@ -279,6 +279,7 @@ TEST(StatusSheet, Tour) {
     CReceiverStatusPS sheet(AsReceiver(rx), nullptr);
     sheet.resize(480, 560);
     RunSheet(sheet, [&] {
+        sheet.SetActivePage(3);   // a list reaches the sky plot only once its window exists
         devio::SATLIST_RECORD list;
         for (int i = 0; i < 24; ++i) {
             devio::SATELLITE_RECORD s;
