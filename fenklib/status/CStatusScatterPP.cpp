@@ -57,6 +57,7 @@ double CStatusScatterPP::MetresAcross() const { return m_plot ? 2 * m_plot->Span
 
 void CStatusScatterPP::OnReset() {
     m_samples.Reset();
+    if (m_plot) m_plot->FitToSamples();
     Show();
 }
 
