@@ -22,8 +22,9 @@ TEST(Host, BindsWhatTheLibraryExportsAndReportsTheRest) {
     EXPECT_TRUE(Has(binding.Bound(), "PreOpenPort"));
     EXPECT_TRUE(Has(binding.Bound(), "OnExitApp"));
     EXPECT_TRUE(Has(binding.Missing(), "run_PositioningPS")) << "a dialog not built is reported, not fatal";
-    ASSERT_EQ(binding.ReceiverLaunchers().size(), 1u);
+    ASSERT_EQ(binding.ReceiverLaunchers().size(), 2u);
     EXPECT_EQ(binding.ReceiverLaunchers()[0].name, "run_ReceiverInfoDlg");
+    EXPECT_EQ(binding.ReceiverLaunchers()[1].name, "run_ReceiverStatusPS");
     CFenkBinding missing;
     EXPECT_FALSE(missing.Load(QStringLiteral("/nonexistent/libfenk.so")));
 }
