@@ -36,4 +36,5 @@ FENK_EXPORT int run_RcvMessageDlg(basekit::CSmartPtr<devio::IReceiver> receiver,
 FENK_EXPORT int run_RcvMessageListDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, basekit::ustring& name);
 FENK_EXPORT int run_RcvMessageMulListDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent,
                                          std::vector<devio::vok::MSG>& list);
+FENK_EXPORT int run_ReceiverStatusPS(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 }

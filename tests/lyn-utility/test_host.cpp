@@ -36,6 +36,7 @@ TEST(Host, BindsWhatTheLibraryExportsAndReportsTheRest) {
     EXPECT_TRUE(Has(receiverLaunchers, "run_ReceiverInfoDlg"));
     EXPECT_TRUE(Has(receiverLaunchers, "run_SiteConfigurationDlg"));
     EXPECT_TRUE(Has(receiverLaunchers, "run_LoggingMessagesDlg"));
+    EXPECT_TRUE(Has(receiverLaunchers, "run_ReceiverStatusPS"));
     EXPECT_FALSE(Has(receiverLaunchers, "run_XyzCoordEditDlg")) << "launchers with more arguments are not bound as plain ones";
     CFenkBinding missing;
     EXPECT_FALSE(missing.Load(QStringLiteral("/nonexistent/libfenk.so")));

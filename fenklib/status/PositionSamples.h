@@ -1,0 +1,40 @@
+#pragma once
+#include <QDateTime>
+#include <deque>
+#include <optional>
+
+#include "fenklib/status/Wgs84.h"
+
+// The recent fixes of an occupation as east/north/up offsets from the first one, with the
+// statistics a surveyor reads off them. Bounded: the oldest samples leave first.
+class CPositionSamples {
+public:
+    struct SAMPLE {
+        QDateTime time;
+        wgs84::ENU enu;
+    };
+    struct STATISTICS {
+        size_t count = 0;
+        wgs84::ENU mean{0, 0, 0};
+        wgs84::ENU deviation{0, 0, 0};   // standard deviation per axis
+        double cep50 = 0, cep95 = 0;     // horizontal radius around the mean holding 50 / 95 %
+    };
+
+    explicit CPositionSamples(size_t capacity) : m_capacity(capacity) {}
+
+    // Takes a record whose Cartesian half is present; others are ignored.
+    void Add(const devio::POSITION_RECORD& record, const QDateTime& time);
+    void Reset();
+    // Drops samples older than window before now.
+    void DropOlderThan(const QDateTime& limit);
+
+    const std::deque<SAMPLE>& Samples() const { return m_samples; }
+    STATISTICS Statistics() const;
+    wgs84::ENU Mean() const;
+
+private:
+    size_t m_capacity;
+    std::optional<wgs84::XYZ> m_origin;
+    double m_originLat = 0, m_originLon = 0;
+    std::deque<SAMPLE> m_samples;
+};
