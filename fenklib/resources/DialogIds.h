@@ -54,4 +54,16 @@ enum FenkDialogId : unsigned {
     // Receiver information (its layout is named "Receiver Info"; the number is the library's)
     IDD_RECEIVER_INFO = 5300,
     IDD_RECEIVER_INFO_WIDE = 5301,
+
+    // Receiver configuration dialogs and sheets
+    IDD_RECEIVER_TOOLS = 6000,
+    IDD_RAW_MEASUREMENT = 6002,
+    IDD_POSITIONING_GENERAL = 6004,
+    IDD_POSITIONING_PD = 6006,
+    IDD_TRACKING_LOCKS = 6008,
+    IDD_TRACKING_SBAS = 6010,
+    IDD_RECEIVER_POWER = 6012,
+    IDD_BLUETOOTH = 6014,
+    IDD_VOLUME_CONTROL = 6016,
+    IDD_MASTER_VOLUME = 6018,
 };

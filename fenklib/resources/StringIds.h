@@ -243,6 +243,28 @@ enum FenkStringId : unsigned {
     IDS_COPY_VALUE = 5303,
     IDS_STALE_SINCE = 5304,
 
+    // Receiver configuration sheets: receiver tools
+    IDS_RECEIVER_TOOLS = 6000,
+    IDS_INIT_PARAMETERS = 6001,
+    IDS_INIT_PARAMETERS_HINT = 6002,
+    IDS_INIT_NVRAM = 6003,
+    IDS_INIT_NVRAM_HINT = 6004,
+    IDS_RESET_RECEIVER = 6005,
+    IDS_RESET_RECEIVER_HINT = 6006,
+    IDS_CONFIRM_INIT_PARAMETERS = 6007,
+    IDS_CONFIRM_INIT_NVRAM = 6008,
+    IDS_CONFIRM_RESET_RECEIVER = 6009,
+    IDS_WAITING_FOR_RECEIVER = 6010,
+
+    // Receiver configuration sheets: raw measurements
+    IDS_RAW_MEASUREMENT = 6020,
+    IDS_RAW_INTERVAL_MS = 6021,
+    IDS_RAW_CLP_STATIC = 6022,
+    IDS_MULTIPATH_GROUP = 6023,
+    IDS_MP_CODE = 6024,
+    IDS_MP_CARRIER = 6025,
+    IDS_READING_SETTINGS = 6026,
+
     // Each window family numbers its unnumbered texts in its own hundred, so that families
     // added side by side never collide: status 5400, output messages 5500, ports 5600,
     // receiver files 5700, site and coordinates 5800, settings and controller tools 5900,
