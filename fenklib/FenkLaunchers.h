@@ -10,4 +10,5 @@ class QWidget;
 extern "C" {
 FENK_EXPORT int run_ReceiverInfoDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 FENK_EXPORT int run_ToolsDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_RawMeasurementDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 }
