@@ -2,8 +2,11 @@
 // on open is the receiver's, what they write on OK is what the receiver then holds.
 #include <gtest/gtest.h>
 
+#include <QPushButton>
+
 #include "ConfigDialogRun.h"
 #include "SimLink.h"
+#include "fenklib/config/CPositioningPS.h"
 #include "fenklib/config/CRawMeasurementDlg.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
 
@@ -34,6 +37,46 @@ TEST(RawMeasurementOnSimulator, ReadsTheReceiverAndWritesTheChangesBack) {
     EXPECT_TRUE(mate.Get(par::RawClpStatic));
     EXPECT_FALSE(mate.Get(par::RawCorrCaCode)) << "written as normal";
     EXPECT_TRUE(mate.Get(par::RawCorrCaCarrier));
+}
+
+TEST(PositioningOnSimulator, BothPagesReadAndWriteTheReceiver) {
+    SimLink link;
+    CParamFields::Values general, solution;
+    {
+        CPositioningPS sheet(link.Receiver(), nullptr);
+        const int result = fenktest::RunSteps(sheet, [&](int step) {
+            if (step == 0) {
+                fenktest::SaveTourShot(sheet, "positioning");
+                sheet.SetActivePage(1);
+                return;
+            }
+            fenktest::SaveTourShot(sheet, "positioning-rtk");
+            general = sheet.GeneralPage().Collected().value_or(general);
+            solution = sheet.SolutionPage().Collected().value_or(solution);
+            auto g = general, s = solution;
+            g[0] = 3;      // position mode: RTK fixed
+            g[6] = 4.5;    // PDOP mask
+            s[0] = 0;      // extrapolated output
+            s[3] = 0.5;    // period
+            sheet.GeneralPage().Edit(g);
+            sheet.SolutionPage().Edit(s);
+            sheet.GetButton(1)->click();
+        });
+        EXPECT_EQ(result, 1);
+    }
+    ASSERT_EQ(general.size(), 13u);
+    EXPECT_EQ(general[0].toInt(), 0) << "sp";
+    EXPECT_EQ(general[4].toInt(), 1) << "kinematic";
+    EXPECT_DOUBLE_EQ(general[6].toDouble(), 30.0);
+    EXPECT_EQ(general[9].toInt(), 100);
+    ASSERT_EQ(solution.size(), 5u);
+    EXPECT_EQ(solution[0].toInt(), 1) << "delay";
+    devio::CVokReceiverMate mate(link.Receiver());
+    EXPECT_EQ(mate.Get(par::PosModeCur), devio::vok::POS_PD);
+    EXPECT_DOUBLE_EQ(mate.Get(par::PosPdop), 4.5);
+    EXPECT_EQ(mate.Get(par::PosPdMode), L"extrap");
+    EXPECT_DOUBLE_EQ(mate.Get(par::PosPdPeriod), 0.5);
+    EXPECT_DOUBLE_EQ(mate.Get(par::PosPdDyn), 1.0) << "unchanged";
 }
 
 }  // namespace
