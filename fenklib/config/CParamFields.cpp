@@ -4,7 +4,9 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QLocale>
+#include <QSignalBlocker>
 
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/StringIds.h"
@@ -26,6 +28,30 @@ QString LabelText(const PARAM_FIELD& f, const QVariant& v) {
 }
 
 }  // namespace
+
+namespace field {
+
+PARAM_FIELD SatLocks(unsigned control, const wchar_t* system) {
+    return {control, FieldKind::CheckList,
+            [system](devio::CVokReceiverMate& mate) {
+                QVariantList list;
+                for (const auto& lock : mate.GetSatLocks(system)) list.push_back(QVariantList{lock.satellite, lock.locked});
+                return QVariant(list);
+            },
+            [system](devio::CVokReceiverMate& mate, const QVariant& v) {
+                std::vector<devio::vok::SAT_LOCK> locks;
+                for (const QVariant& item : v.toList()) locks.push_back({item.toList().value(0).toInt(), item.toList().value(1).toBool()});
+                mate.SetSatLocks(system, locks);
+            },
+            {}};
+}
+
+PARAM_FIELD GpsL5Lock(unsigned control) {
+    return {control, FieldKind::Check, [](devio::CVokReceiverMate& mate) { return QVariant(mate.GetGpsL5Lock()); },
+            [](devio::CVokReceiverMate& mate, const QVariant& v) { mate.SetGpsL5Lock(v.toBool()); }, {}};
+}
+
+}  // namespace field
 
 void CParamFields::Prepare(const CDialogControls& controls) const {
     for (const PARAM_FIELD& f : m_fields) {
@@ -54,6 +80,20 @@ void CParamFields::Show(const CDialogControls& controls, const Values& values) c
             case FieldKind::Real: controls.Get<QLineEdit>(f.control)->setText(RealText(v.toDouble())); break;
             case FieldKind::Text: controls.Get<QLineEdit>(f.control)->setText(v.toString()); break;
             case FieldKind::Label: controls.Get<QLabel>(f.control)->setText(LabelText(f, v)); break;
+            case FieldKind::CheckList: {
+                auto* list = controls.Get<QListWidget>(f.control);
+                const QSignalBlocker quiet(list);   // filling is not an edit
+                list->clear();
+                for (const QVariant& entry : v.toList()) {
+                    const int number = entry.toList().value(0).toInt();
+                    auto* item = new QListWidgetItem(
+                        QString::fromStdWString(basekit::ustring::Format(LoadResString(IDS_FMT_SATELLITE_NUMBER).c_str(), number)), list);
+                    item->setData(Qt::UserRole, number);
+                    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
+                    item->setCheckState(entry.toList().value(1).toBool() ? Qt::Checked : Qt::Unchecked);
+                }
+                break;
+            }
         }
     }
 }
@@ -69,6 +109,14 @@ std::optional<CParamFields::Values> CParamFields::Collect(const CDialogControls&
             case FieldKind::Real: values.emplace_back(QLocale().toDouble(controls.Get<QLineEdit>(f.control)->text(), &ok)); break;
             case FieldKind::Text: values.emplace_back(controls.Get<QLineEdit>(f.control)->text()); break;
             case FieldKind::Label: values.emplace_back(); break;
+            case FieldKind::CheckList: {
+                const auto* list = controls.Get<QListWidget>(f.control);
+                QVariantList entries;
+                for (int i = 0; i < list->count(); ++i)
+                    entries.push_back(QVariantList{list->item(i)->data(Qt::UserRole).toInt(), list->item(i)->checkState() == Qt::Checked});
+                values.emplace_back(entries);
+                break;
+            }
         }
         if (!ok) return std::nullopt;
     }
@@ -95,6 +143,9 @@ void CParamFields::WatchEdits(const CDialogControls& controls, QObject* context,
             case FieldKind::Integer:
             case FieldKind::Real:
             case FieldKind::Text: QObject::connect(controls.Get<QLineEdit>(f.control), &QLineEdit::textEdited, context, changed); break;
+            case FieldKind::CheckList:
+                QObject::connect(controls.Get<QListWidget>(f.control), &QListWidget::itemChanged, context, changed);
+                break;
             case FieldKind::Label: break;
         }
     }

@@ -9,7 +9,9 @@
 
 // One receiver setting shown in one control: how it is read, how it is written back (nothing
 // for a value that is only shown), and the kind of control that shows it.
-enum class FieldKind { Check, Choice, Integer, Real, Text, Label };
+// CheckList: a list of items each with a check (satellite locks): a QVariantList of
+// QVariantList{number, checked}.
+enum class FieldKind { Check, Choice, Integer, Real, Text, Label, CheckList };
 
 struct PARAM_FIELD {
     unsigned control;
@@ -79,6 +81,11 @@ PARAM_FIELD ShownChoice(unsigned control, const devio::Param<devio::conv::Enum<E
     f.write = nullptr;
     return f;
 }
+
+// A satellite lock list of "waas" or "qzss", one check per satellite.
+PARAM_FIELD SatLocks(unsigned control, const wchar_t* system);
+// The GPS L5 lock.
+PARAM_FIELD GpsL5Lock(unsigned control);
 
 }  // namespace field
 

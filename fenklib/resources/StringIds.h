@@ -268,6 +268,7 @@ enum FenkStringId : unsigned {
     // Receiver configuration sheets: positioning
     IDS_ON_TEXT = 6030,
     IDS_OFF_TEXT = 6031,
+    IDS_FMT_SATELLITE_NUMBER = 6032,
     IDS_POSITIONING = 6040,
     IDS_PAGE_PD_SOLUTION = 6042,
     IDS_POS_MODE = 6043,
@@ -307,6 +308,26 @@ enum FenkStringId : unsigned {
     IDS_PD_VERSION = 6078,
     IDS_PD_RESET = 6079,
     IDS_CONFIRM_PD_RESET = 6080,
+
+    // Receiver configuration sheets: tracking options
+    IDS_TRACKING_OPTIONS = 6081,
+    IDS_PAGE_LOCKS = 6082,
+    IDS_PAGE_SBAS = 6083,
+    IDS_LOCK_ELEVATION_MASK = 6084,
+    IDS_LOCK_SBAS = 6085,
+    IDS_LOCK_QZSS = 6086,
+    IDS_LOCK_GPS_L5 = 6087,
+    IDS_ANTI_JAMMING = 6088,
+    IDS_AJM_L1 = 6089,
+    IDS_AJM_L2 = 6090,
+    IDS_AJM_MANUAL = 6091,
+    IDS_SBAS_FIXED = 6092,
+    IDS_SBAS_SLOT = 6093,
+    IDS_SBAS_IONO = 6094,
+    IDS_SBAS_INSTEAD0 = 6095,
+    IDS_IONO_0 = 6096,
+    IDS_IONO_1 = 6097,
+    IDS_IONO_2 = 6098,
 
     // Each window family numbers its unnumbered texts in its own hundred, so that families
     // added side by side never collide: status 5400, output messages 5500, ports 5600,

@@ -8,6 +8,7 @@
 #include "SimLink.h"
 #include "fenklib/config/CPositioningPS.h"
 #include "fenklib/config/CRawMeasurementDlg.h"
+#include "fenklib/config/CTrackingOptionsPS.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
 
 using fenktest::SimLink;
@@ -77,6 +78,44 @@ TEST(PositioningOnSimulator, BothPagesReadAndWriteTheReceiver) {
     EXPECT_EQ(mate.Get(par::PosPdMode), L"extrap");
     EXPECT_DOUBLE_EQ(mate.Get(par::PosPdPeriod), 0.5);
     EXPECT_DOUBLE_EQ(mate.Get(par::PosPdDyn), 1.0) << "unchanged";
+}
+
+// The SBAS lock list read from the simulator, one satellite locked, written back and read again.
+TEST(TrackingOnSimulator, LockListRoundTrip) {
+    SimLink link;
+    CParamFields::Values locks;
+    {
+        CTrackingOptionsPS sheet(link.Receiver(), nullptr);
+        const int result = fenktest::RunSteps(sheet, [&](int step) {
+            if (step == 0) {
+                fenktest::SaveTourShot(sheet, "tracking");
+                sheet.SetActivePage(1);
+                return;
+            }
+            fenktest::SaveTourShot(sheet, "tracking-sbas");
+            locks = sheet.LocksPage().Collected().value_or(locks);
+            auto l = locks;
+            QVariantList sbas = l[5].toList();
+            if (sbas.size() > 1) sbas[1] = QVariantList{sbas[1].toList().value(0), true};
+            l[5] = sbas;
+            sheet.LocksPage().Edit(l);
+            auto s = sheet.SbasPage().Collected().value_or(CParamFields::Values{});
+            if (s.size() > 1) s[1] = 138;   // slot 1 satellite
+            sheet.SbasPage().Edit(s);
+            sheet.GetButton(1)->click();
+        });
+        EXPECT_EQ(result, 1);
+    }
+    ASSERT_EQ(locks.size(), 7u);
+    ASSERT_EQ(locks[5].toList().size(), 9) << "nine SBAS satellites";
+    EXPECT_EQ(locks[6].toList().size(), 5) << "five QZSS satellites";
+    devio::CVokReceiverMate mate(link.Receiver());
+    const auto sbas = mate.GetSatLocks(L"waas");
+    ASSERT_EQ(sbas.size(), 9u);
+    EXPECT_EQ(sbas[1].satellite, 124);
+    EXPECT_TRUE(sbas[1].locked);
+    EXPECT_FALSE(sbas[0].locked);
+    EXPECT_EQ(mate.Get(par::WaasSat, 1), 138);
 }
 
 }  // namespace
