@@ -13,4 +13,5 @@ FENK_EXPORT int run_ToolsDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWid
 FENK_EXPORT int run_RawMeasurementDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 FENK_EXPORT int run_PositioningPS(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 FENK_EXPORT int run_TrackingOptionsPS(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_ReceiverPowerDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 }

@@ -264,6 +264,9 @@ enum FenkStringId : unsigned {
     IDS_MP_CODE = 6024,
     IDS_MP_CARRIER = 6025,
     IDS_READING_SETTINGS = 6026,
+    IDS_RECEIVER_POWER = 6027,
+    IDS_POWER_SWITCH = 6028,
+    IDS_POWERUP_MODE = 6029,
 
     // Receiver configuration sheets: positioning
     IDS_ON_TEXT = 6030,

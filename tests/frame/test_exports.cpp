@@ -16,7 +16,7 @@ TEST(Exports, EveryBuiltEntryResolvesByName) {
     const Library lib;
     ASSERT_NE(lib.handle, nullptr) << dlerror();
     const char* present[] = {
-        "run_ReceiverInfoDlg", "run_ToolsDlg", "run_RawMeasurementDlg", "run_PositioningPS", "run_TrackingOptionsPS", "PreOpenPort", "PostClosePort", "OnExitApp",
+        "run_ReceiverInfoDlg", "run_ToolsDlg", "run_RawMeasurementDlg", "run_PositioningPS", "run_TrackingOptionsPS", "run_ReceiverPowerDlg", "PreOpenPort", "PostClosePort", "OnExitApp",
         "_ZN19CFenkGlobalSettings3RefEv", "_ZN11CFenkLibDoc21GetApplicationVersionEb",
         "_ZN11CFenkLibDoc22GetLongApplicationNameEb", "_ZN11CFenkLibDoc23GetShortApplicationNameEb",
     };

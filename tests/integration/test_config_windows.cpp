@@ -8,8 +8,10 @@
 #include "SimLink.h"
 #include "fenklib/config/CPositioningPS.h"
 #include "fenklib/config/CRawMeasurementDlg.h"
+#include "fenklib/config/CReceiverPowerDlg.h"
 #include "fenklib/config/CTrackingOptionsPS.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
+#include "platform/uikit/CMessageBoxResponder.h"
 
 using fenktest::SimLink;
 namespace par = devio::par;
@@ -117,5 +119,52 @@ TEST(TrackingOnSimulator, LockListRoundTrip) {
     EXPECT_FALSE(sbas[0].locked);
     EXPECT_EQ(mate.Get(par::WaasSat, 1), 138);
 }
+
+struct POWER_CASE {
+    const char* legend;
+    const char* model;
+    bool extBoard;
+    bool powerUpShown;   // the extension family's power-up mode
+};
+const POWER_CASE kPowerCases[] = {
+    {"extension family: power-up mode shown and written", "Lyn1", true, true},
+    {"no extension board: power-up mode neither read nor written", "FNK-600", false, false},
+};
+class PowerOnSimulator : public ::testing::TestWithParam<POWER_CASE> {};
+
+TEST_P(PowerOnSimulator, StatesRefreshAndSwitchesWriteBack) {
+    const POWER_CASE& c = GetParam();
+    rcvsim::SimOptions options;
+    options.model = c.model;
+    options.extBoard = c.extBoard;
+    SimLink link(SimLink::Over::Tcp, options);
+    const uikit::CMessageBoxResponder boxes;
+    CReceiverPowerDlg dlg(link.Receiver(), nullptr);
+    bool shown = false;
+    const int result = fenktest::RunSteps(dlg, [&](int step) {
+        if (step == 0) {
+            shown = dlg.HasPowerUpMode();
+            EXPECT_EQ(dlg.StateText(0), L"7.82");
+            EXPECT_EQ(dlg.StateText(2), L"12.34");
+            fenktest::SaveTourShot(dlg, c.extBoard ? "power" : "power-no-ext");
+        }
+        if (dlg.Refreshes() == 0) return;   // wait for one refresh while open
+        auto v = dlg.Collected().value_or(CParamFields::Values{});
+        ASSERT_GE(v.size(), 4u);
+        EXPECT_EQ(v[1].toInt(), 2) << "switch 2: auto";
+        v[2] = 0;   // switch 3 on
+        if (v.size() > 4) v[4] = true;
+        dlg.Edit(v);
+        dlg.accept();
+    });
+    EXPECT_EQ(result, 1);
+    EXPECT_EQ(shown, c.powerUpShown);
+    EXPECT_TRUE(boxes.Requests().empty()) << "no refusal reached the user";
+    devio::CVokReceiverMate mate(link.Receiver());
+    EXPECT_EQ(mate.Get(par::PwrSwitch, 3), L"on");
+    if (c.powerUpShown) EXPECT_TRUE(mate.Get(par::ExtPowerupMode));
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, PowerOnSimulator, ::testing::ValuesIn(kPowerCases));
 
 }  // namespace
