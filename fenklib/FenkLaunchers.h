@@ -37,4 +37,9 @@ FENK_EXPORT int run_RcvMessageListDlg(basekit::CSmartPtr<devio::IReceiver> recei
 FENK_EXPORT int run_RcvMessageMulListDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent,
                                          std::vector<devio::vok::MSG>& list);
 FENK_EXPORT int run_ReceiverStatusPS(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_ToolsDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_RawMeasurementDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_PositioningPS(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_TrackingOptionsPS(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_ReceiverPowerDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 }

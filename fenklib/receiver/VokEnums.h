@@ -32,6 +32,8 @@ enum EIMode : int { IMODE_NONE, IMODE_CMD, IMODE_ECHO, IMODE_RTCM, IMODE_RTCM3, 
                     IMODE_OMNI, IMODE_DTP, IMODE_TERM };
 enum EModem : int { MODEM_A, MODEM_B, MODEM_C, MODEM_D };
 enum ECom : int { COM_A, COM_B, COM_C, COM_D };
+// "pwr/switch/%d": the receiver's own words, not an enumeration of the library's tables.
+enum EPowerSwitch : int { PWR_SWITCH_ON, PWR_SWITCH_OFF, PWR_SWITCH_AUTO };
 enum EDev : int {
     DEV_NULL, CUR_TERM, DEV_SER_A, DEV_SER_B, DEV_SER_C, DEV_SER_D, DEV_USB_A,
     DEV_TCP_A, DEV_TCP_B, DEV_TCP_C, DEV_TCP_D, DEV_TCP_E,
@@ -64,6 +66,7 @@ inline constexpr const wchar_t* kIMode[] = {L"none", L"cmd", L"echo", L"rtcm", L
                                             L"omni", L"dtp", L"term"};
 inline constexpr const wchar_t* kModem[] = {L"modem/a", L"modem/b", L"modem/c", L"modem/d"};
 inline constexpr const wchar_t* kCom[] = {L"com/a", L"com/b", L"com/c", L"com/d"};
+inline constexpr const wchar_t* kPowerSwitch[] = {L"on", L"off", L"auto"};
 inline constexpr const wchar_t* kDev[] = {
     L"dev/null", L"cur/term", L"dev/ser/a", L"dev/ser/b", L"dev/ser/c", L"dev/ser/d", L"dev/usb/a",
     L"dev/tcp/a", L"dev/tcp/b", L"dev/tcp/c", L"dev/tcp/d", L"dev/tcp/e",
@@ -100,6 +103,7 @@ FENK_KEYWORD_TABLE(EModemMode,                 0, kModemMode,      Exact,     0,
 FENK_KEYWORD_TABLE(EIMode,                     0, kIMode,          Exact,     0,            0)
 FENK_KEYWORD_TABLE(EModem,                     0, kModem,          Substring, -1,           -1)
 FENK_KEYWORD_TABLE(ECom,                       0, kCom,            Substring, -1,           -1)
+FENK_KEYWORD_TABLE(EPowerSwitch,               0, kPowerSwitch,    Exact,     0,            -1)
 FENK_KEYWORD_TABLE(EDev,                       0, kDev,            Substring, -1,           -1)
 
 #undef FENK_KEYWORD_TABLE

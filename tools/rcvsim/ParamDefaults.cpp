@@ -216,10 +216,13 @@ std::vector<Row> PortRows(const SimOptions& o) {
     };
 }
 
-void AddRows(ParamTree& tree, const std::vector<Row>& rows) {
-    for (const auto& row : rows)
-        for (const auto& path : ParamDefaults::Expand(row.path))
-            tree.Add(path, row.kind, row.value, row.flags);
+void AddRows(ParamTree& tree, const std::vector<Row>& rows, const SimOptions& options) {
+    for (const auto& row : rows) {
+        // A receiver without the extension board does not know its parameters at all.
+        if (!options.extBoard && row.path.starts_with("ext/")) continue;
+        const std::string& value = row.path == "rcv/model" && !options.model.empty() ? options.model : row.value;
+        for (const auto& path : ParamDefaults::Expand(row.path)) tree.Add(path, row.kind, value, row.flags);
+    }
 }
 
 }  // namespace
@@ -255,12 +258,12 @@ std::string ParamDefaults::AntennaList() {
 }
 
 void ParamDefaults::Fill(ParamTree& tree, const SimOptions& options) {
-    AddRows(tree, IdentityRows());
-    AddRows(tree, PowerRows());
-    AddRows(tree, LoggingRows());
-    AddRows(tree, ReferenceRows(options));
-    AddRows(tree, TrackingRows());
-    AddRows(tree, PortRows(options));
+    AddRows(tree, IdentityRows(), options);
+    AddRows(tree, PowerRows(), options);
+    AddRows(tree, LoggingRows(), options);
+    AddRows(tree, ReferenceRows(options), options);
+    AddRows(tree, TrackingRows(), options);
+    AddRows(tree, PortRows(options), options);
 }
 
 }  // namespace rcvsim

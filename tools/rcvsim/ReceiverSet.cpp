@@ -120,6 +120,7 @@ Reply Receiver::SetCurrentFile(const std::string& path, const std::string& value
 
 // Parameters that are orders rather than values; nullopt when `path` is not one.
 std::optional<Reply> Receiver::RunAction(const std::string& path, const std::string& value, const Context& ctx) {
+    if (!options_.extBoard && CommandLine::StartsWith(path, "ext/")) return Reply::WrongFirst();
     const auto expect = [&](std::string_view word) {
         return value == word ? Reply::Success() : Reply::WrongSecond();
     };
@@ -196,7 +197,7 @@ Reply Receiver::Init(const Args& args, const Context& ctx) {
     if (t.path == "setup" && options_.oldFirmware) return Reply::WrongCommand();
     if (t.path == "setup" || t.path.empty() || t.path == "dev/nvm/a") {
         Restart();
-        return Reply::Success();
+        return options_.silentInit ? Reply::Silent() : Reply::Success();
     }
     if (t.path == "dev/blk/a") {
         files_.RemoveAll("/log/");

@@ -17,6 +17,9 @@ struct SimOptions {
     bool oldFirmware = false;                 // "init,/setup/" is unknown to old firmware
     bool listEcho = false;                    // "list,/par/X" echoes "/par/X=" around the list
     std::size_t dumpBytes = 300 * 1024;       // size the "/par:on" dump is padded to
+    std::string model;                        // "rcv/model" when not empty (e.g. "Lyn1", an extension-family model)
+    bool extBoard = true;                     // false: every "ext/..." parameter is refused as unknown
+    bool silentInit = false;                  // "init,/setup/", "init,/par/", "init,/dev/nvm/a" restart without an answer
     std::uint32_t seed = 1;                   // garbage bytes and other pseudo-random choices
     FaultPlan faults;                         // initial fault injection, see FaultPlan
     // Older log files found on the medium at start, one per size in bytes (oldest first, an hour
