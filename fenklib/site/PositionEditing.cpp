@@ -22,8 +22,12 @@ bool Edit(const basekit::CSmartPtr<devio::IReceiver>& receiver, QWidget* parent,
     return true;
 }
 
+// One axis a line: the Cartesian text has no blank a narrow label could break at.
 basekit::ustring Show(CoordEditor editor, const devio::vok::POS_GEO& pos) {
-    return editor == CoordEditor::Geo ? FormatGeoText(pos) : FormatXyzText(wgs84::ToXyz(pos));
+    if (editor == CoordEditor::Geo) return FormatGeoText(pos);
+    basekit::ustring text;
+    for (const wchar_t c : FormatXyzText(wgs84::ToXyz(pos))) text += c == L',' ? basekit::ustring(L",\n") : basekit::ustring(1, c);
+    return text;
 }
 
 }  // namespace positionediting
