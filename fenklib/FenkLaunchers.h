@@ -27,6 +27,9 @@ FENK_EXPORT int run_CopyFileDlg(basekit::CSmartPtr<devio::IReceiver> receiver, Q
 FENK_EXPORT int run_ProgressDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, PROGRESS_INFO info);
 FENK_EXPORT int run_XyzCoordEditDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, devio::vok::POS_XYZ& pos);
 FENK_EXPORT int run_GeoCoordEditDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, devio::vok::POS_GEO& pos);
+FENK_EXPORT int run_AutoSeedDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_AutoSeed_PointListDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_AutoSeed_NewPointDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, int slot);
 FENK_EXPORT int run_SiteConfigurationDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 FENK_EXPORT int run_ChannelsListDlg(QWidget* parent, const std::vector<double>& channels, double& result);
 FENK_EXPORT int run_LoggingMessagesDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);

@@ -65,6 +65,10 @@ enum FenkDialogId : unsigned {
     // Coordinate editors (numbers of the site family's own)
     IDD_XYZ_COORD_EDIT = 5800,
     IDD_GEO_COORD_EDIT = 5801,
+    // Automatic base set-up
+    IDD_AUTO_SEED = 5830,
+    IDD_AUTO_SEED_POINT_LIST = 5832,
+    IDD_AUTO_SEED_NEW_POINT = 5834,
 
     // Receiver information (its layout is named "Receiver Info"; the number is the library's)
     IDD_RECEIVER_INFO = 5300,

@@ -21,6 +21,7 @@ TEST(Exports, EveryBuiltEntryResolvesByName) {
         "run_SetupPS", "run_ZedToolsPS", "run_BackpackToolsPS", "run_CompassCalibrationDlg",
         "run_ReceiverFileExplorerPS", "run_FileSystemInfoDlg", "run_CopyFileDlg", "run_ProgressDlg",
         "run_ChannelsListDlg", "run_SiteConfigurationDlg", "run_XyzCoordEditDlg", "run_GeoCoordEditDlg",
+        "run_AutoSeedDlg", "run_AutoSeed_PointListDlg", "run_AutoSeed_NewPointDlg",
         "run_LoggingMessagesDlg", "run_MessageListDlg", "run_RcvMessageDlg", "run_RcvMessageListDlg", "run_RcvMessageMulListDlg",
         "run_ReceiverStatusPS",
         "run_ToolsDlg", "run_RawMeasurementDlg", "run_PositioningPS", "run_TrackingOptionsPS", "run_ReceiverPowerDlg",
