@@ -22,6 +22,7 @@ TEST(Exports, EveryBuiltEntryResolvesByName) {
         "run_ReceiverFileExplorerPS", "run_FileSystemInfoDlg", "run_CopyFileDlg", "run_ProgressDlg",
         "run_ChannelsListDlg", "run_SiteConfigurationDlg", "run_XyzCoordEditDlg", "run_GeoCoordEditDlg",
         "run_LoggingMessagesDlg", "run_MessageListDlg", "run_RcvMessageDlg", "run_RcvMessageListDlg", "run_RcvMessageMulListDlg",
+        "run_ReceiverPortsDlg",
         "_ZN19CFenkGlobalSettings3RefEv", "_ZN11CFenkLibDoc21GetApplicationVersionEb",
         "_ZN11CFenkLibDoc22GetLongApplicationNameEb", "_ZN11CFenkLibDoc23GetShortApplicationNameEb",
     };
