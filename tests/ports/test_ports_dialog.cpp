@@ -37,6 +37,7 @@ basekit::CSmartPtr<CScriptedReceiver> SerialReceiver(const wchar_t* terminal = L
     basekit::CSmartPtr<CScriptedReceiver> rcv(new CScriptedReceiver());
     rcv->On(L"list,/par/dev/ser", CScriptedReceiver::Reply(L"{a=on,b=on}"));
     rcv->On(L"print,/cur/term", CScriptedReceiver::Reply(terminal));
+    rcv->Otherwise(CScriptedReceiver::Reply(L""));   // writes succeed
     for (const wchar_t* port : {L"dev/ser/a", L"dev/ser/b"}) {
         const ustring p = port;
         rcv->On(L"print," + p + L"/rate", CScriptedReceiver::Reply(L"115200"));
