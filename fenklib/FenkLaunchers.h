@@ -16,6 +16,7 @@ class QWidget;
 
 extern "C" {
 FENK_EXPORT int run_ReceiverInfoDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_ReceiverPortsDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 FENK_EXPORT int run_SetupPS(QWidget* parent);
 FENK_EXPORT int run_ZedToolsPS(QWidget* parent);
 FENK_EXPORT int run_BackpackToolsPS(QWidget* parent);

@@ -1,5 +1,6 @@
 #pragma once
 #include <cwchar>
+#include <optional>
 #include <string_view>
 
 #include "fenklib/receiver/VokEnums.h"
@@ -60,6 +61,19 @@ template <typename E>
 basekit::ustring ToKeyword(E value) { return EnumWrapper<E>(value).ToKeyword(); }
 template <typename E>
 E FromKeyword(const basekit::ustring& text) { return EnumWrapper<E>().FromKeyword(text).Value(); }
+
+// The row whose keyword is exactly text; nothing when text is not one of the table's members
+// (windows that must show "no selection" for a value they do not know).
+template <typename E>
+std::optional<E> MemberOf(const basekit::ustring& text) {
+    const KeywordTable& t = KeywordTableOf<E>::kTable;
+    for (size_t row = 0; row < t.words.size(); ++row)
+        if (text == t.words[row]) return static_cast<E>(row);
+    return std::nullopt;
+}
+// The number of members of a table.
+template <typename E>
+int MemberCount() { return static_cast<int>(KeywordTableOf<E>::kTable.words.size()); }
 
 // Letter codes of the data-link message.
 basekit::ustring DataLinkFormatName(wchar_t letter);

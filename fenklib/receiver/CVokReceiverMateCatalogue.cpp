@@ -300,6 +300,15 @@ std::vector<vok::EDev> CVokReceiverMateCore::ListPorts(const ustring& portClass)
     return ports;
 }
 
+std::vector<vok::ECom> CVokReceiverMateCore::ListScriptPorts() {
+    std::vector<vok::ECom> ports;
+    for (const ustring& name : ListParameterNames(L"com")) {
+        const vok::ECom com = vok::FromKeyword<vok::ECom>(L"com/" + name);
+        if (std::find(ports.begin(), ports.end(), com) == ports.end()) ports.push_back(com);
+    }
+    return ports;
+}
+
 std::vector<ustring> CVokReceiverMateCore::ListAntennaIds() {
     return BracedList(ExecuteCommand(L"list,/par/antdb/ids/id", true, kAntennaListTimeoutMs));
 }

@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -67,6 +68,17 @@ public:
         ExecuteCommand(L"set," + param.Path(args...) + L"," + Conv::Format(value));
     }
 
+    // An enumeration row read as its exact member: nothing for a keyword outside the table or
+    // an error reply, so a window can leave its choice empty.
+    template <typename E, typename... Args>
+    std::optional<E> GetMember(const Param<conv::Enum<E>>& param, const Args&... args) {
+        try {
+            return vok::MemberOf<E>(ExecuteCommand(L"print," + param.Path(args...), true));
+        } catch (const basekit::CCommException&) {
+            return std::nullopt;
+        }
+    }
+
     template <typename... Args>
     void Do(const Action& action, const Args&... args) {
         if constexpr (sizeof...(Args) == 0) ExecuteCommand(action.command);
@@ -112,6 +124,7 @@ public:
     ustring GetScriptVariableName(const ustring& port, int index);
     void SendEvent(const ustring& name, const ustring& value);
     std::vector<vok::EDev> ListPorts(const ustring& portClass);
+    std::vector<vok::ECom> ListScriptPorts();   // the "com" class, each port once
     std::vector<ustring> ListParameterNames(const ustring& portClass);
     std::vector<ustring> ListAntennaIds();
     std::vector<ustring> ListMessages(const ustring& group);                // "def", "nmea", ...

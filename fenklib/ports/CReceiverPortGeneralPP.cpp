@@ -1,0 +1,148 @@
+#include "fenklib/ports/CReceiverPortGeneralPP.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPushButton>
+
+#include "fenklib/FenkLaunchers.h"
+#include "fenklib/frame/CLayoutFactory.h"
+#include "fenklib/frame/LibraryHelpers.h"
+#include "fenklib/frame/RangeValidation.h"
+#include "fenklib/ports/OutputMode.h"
+#include "fenklib/receiver/CVokReceiverMate.h"
+#include "fenklib/resources/DialogIds.h"
+#include "fenklib/resources/StringIds.h"
+
+namespace {
+
+namespace par = devio::par;
+namespace vok = devio::vok;
+using P = CReceiverPortGeneralPP;
+constexpr unsigned IDC_LABEL = 0xFFFF;
+constexpr uikit::ANCHOR kWide = uikit::kAnchorTopWide;
+constexpr double kPeriodMin = 0.0, kPeriodMax = 86400.0;
+
+constexpr DLG_ITEM kNormalItems[] = {
+    {IDC_LABEL, CtlKind::Static, IDS_INPUT_MODE, 7, 7, 196, 9},
+    {P::IDC_IMODE, CtlKind::DropList, 0, 7, 17, 196, 14, kWide},
+    {IDC_LABEL, CtlKind::Static, IDS_OUTPUT_MODE, 7, 36, 196, 9},
+    {P::IDC_OUTPUT_MODE, CtlKind::DropList, 0, 7, 46, 196, 14, kWide},
+    {IDC_LABEL, CtlKind::Static, IDS_PERIOD_S, 7, 65, 196, 9},
+    {P::IDC_PERIOD, CtlKind::RealEdit, 0, 7, 75, 196, 14, kWide},
+    {P::IDC_MESSAGES, CtlKind::Button, IDS_MESSAGES, 133, 96, 70, 16, uikit::kAnchorTopRight},
+};
+constexpr DLG_ITEM kWideItems[] = {
+    {IDC_LABEL, CtlKind::Static, IDS_INPUT_MODE, 7, 9, 100, 9},
+    {P::IDC_IMODE, CtlKind::DropList, 0, 110, 7, 193, 14, kWide},
+    {IDC_LABEL, CtlKind::Static, IDS_OUTPUT_MODE, 7, 27, 100, 9},
+    {P::IDC_OUTPUT_MODE, CtlKind::DropList, 0, 110, 25, 193, 14, kWide},
+    {IDC_LABEL, CtlKind::Static, IDS_PERIOD_S, 7, 45, 100, 9},
+    {P::IDC_PERIOD, CtlKind::RealEdit, 0, 110, 43, 193, 14, kWide},
+    {P::IDC_MESSAGES, CtlKind::Button, IDS_MESSAGES, 233, 64, 70, 16, uikit::kAnchorTopRight},
+};
+constexpr DLG_TEMPLATE kNormal{IDD_PORT_GENERAL, 210, 120, kNormalItems};
+constexpr DLG_TEMPLATE kWideLayout{IDD_PORT_GENERAL_WIDE, 310, 90, kWideItems};
+
+}  // namespace
+
+CReceiverPortGeneralPP::CReceiverPortGeneralPP(basekit::CSmartPtr<devio::IReceiver> receiver, vok::EDev port)
+    : CReceiverPortBasePP(std::move(receiver), port, CLayoutFactory::Choose(kNormal, &kWideLayout).number,
+                          LoadResString(IDS_GENERAL)),
+      m_controls(CLayoutFactory::Build(this, kNormal, &kWideLayout)) {
+    auto* outputMode = m_controls.Get<QComboBox>(IDC_OUTPUT_MODE);
+    connect(outputMode, &QComboBox::activated, this, [this] {
+        SetModified();
+        UpdateControls();
+    });
+    connect(m_controls.Get<QComboBox>(IDC_IMODE), &QComboBox::activated, this, [this] { SetModified(); });
+    connect(m_controls.Get<QLineEdit>(IDC_PERIOD), &QLineEdit::textEdited, this, [this] { SetModified(); });
+    connect(m_controls.Get<QPushButton>(IDC_MESSAGES), &QPushButton::clicked, this, [this] { OnMessages(); });
+}
+
+CReceiverPortGeneralPP::~CReceiverPortGeneralPP() { DestroyWindow(); }
+
+bool CReceiverPortGeneralPP::OnInitDialog() {
+    CReceiverPortBasePP::OnInitDialog();
+    std::optional<vok::EIMode> imode;
+    WithReceiver([&](devio::CVokReceiverMate& mate) {
+        imode = mate.GetMember(par::PortIMode, m_port);
+        m_messages = mate.GetPortMessages(m_port);
+        m_ownPort = mate.GetCurrentTerminal() == m_port;
+    });
+    auto* modes = m_controls.Get<QComboBox>(IDC_IMODE);
+    modes->clear();
+    for (int i = 0; i < vok::MemberCount<vok::EIMode>(); ++i)
+        modes->addItem(vok::ToKeyword(static_cast<vok::EIMode>(i)).ToQString(), i);
+    modes->setCurrentIndex(imode ? modes->findData(static_cast<int>(*imode)) : -1);
+    FillOutputMode();
+    UpdateControls();
+    return true;
+}
+
+void CReceiverPortGeneralPP::FillOutputMode() {
+    auto* box = m_controls.Get<QComboBox>(IDC_OUTPUT_MODE);
+    box->clear();
+    int selected = -1;
+    box->addItem(LoadResString(IDS_OUTPUT_MODE_NONE).ToQString(), static_cast<int>(EOutputMode::None));
+    if (m_messages.empty()) selected = 0;
+    box->addItem(LoadResString(IDS_OUTPUT_MODE_USER_DEFINED).ToQString(), static_cast<int>(EOutputMode::UserDefined));
+    for (const fenkmsg::MESSAGE_SET& set : fenkmsg::PredefinedMessageSets()) {
+        box->addItem(set.name.ToQString(), static_cast<int>(EOutputMode::NamedSet));
+        const SET_MATCH match = MatchMessageSet(set.messages, m_messages);
+        if (!match.matches) continue;
+        selected = box->count() - 1;
+        if (match.period) m_period = *match.period;
+    }
+    box->setCurrentIndex(selected < 0 ? 1 : selected);
+    // The receiver's number, shown in the reader's own notation.
+    m_controls.Get<QLineEdit>(IDC_PERIOD)->setText(QLocale().toString(m_period));
+}
+
+int CReceiverPortGeneralPP::OutputModeData() const {
+    return m_controls.Get<QComboBox>(IDC_OUTPUT_MODE)->currentData().toInt();
+}
+
+void CReceiverPortGeneralPP::UpdateControls() {
+    m_controls.Item(IDC_IMODE)->setEnabled(!m_ownPort);
+    m_controls.Item(IDC_PERIOD)->setEnabled(OutputModeData() == static_cast<int>(EOutputMode::NamedSet));
+}
+
+bool CReceiverPortGeneralPP::ApplyOutputMode() {
+    if (!ValidateRange(this, m_controls.Get<QLineEdit>(IDC_PERIOD), kPeriodMin, kPeriodMax, m_period)) return false;
+    switch (static_cast<EOutputMode>(OutputModeData())) {
+    case EOutputMode::None:
+        m_messages.clear();
+        break;
+    case EOutputMode::NamedSet: {
+        const basekit::ustring name = basekit::ustring::FromQString(m_controls.Get<QComboBox>(IDC_OUTPUT_MODE)->currentText());
+        for (const fenkmsg::MESSAGE_SET& set : fenkmsg::PredefinedMessageSets())
+            if (set.name == name) {
+                m_messages = ExpandMessageSet(set.messages, m_period);
+                break;
+            }
+        break;
+    }
+    case EOutputMode::UserDefined:
+        break;
+    }
+    return true;
+}
+
+void CReceiverPortGeneralPP::OnMessages() {
+    if (!ApplyOutputMode()) return;
+    if (run_MessageListDlg(m_receiver, this, m_messages) == 1) {   // 2: the user cancelled
+        FillOutputMode();
+        SetModified();
+        UpdateControls();
+    }
+}
+
+bool CReceiverPortGeneralPP::OnApply() {
+    if (!ApplyOutputMode()) return false;
+    const int imode = m_controls.Get<QComboBox>(IDC_IMODE)->currentIndex();
+    return WithReceiver([&](devio::CVokReceiverMate& mate) {
+        if (imode >= 0) mate.Set(par::PortIMode, static_cast<vok::EIMode>(imode), m_port);
+        mate.SetPortMessages(m_port, m_messages);
+    });
+}

@@ -1,0 +1,93 @@
+#include "fenklib/ports/CReceiverPortsDlg.h"
+
+#include "fenklib/frame/CLayoutFactory.h"
+#include "fenklib/frame/LibraryHelpers.h"
+#include "fenklib/ports/CComPortPS.h"
+#include "fenklib/ports/CPortList.h"
+#include "fenklib/ports/CSerialPortPS.h"
+#include "fenklib/ports/CUniversalPortPS.h"
+#include "fenklib/ports/PortGroups.h"
+#include "fenklib/resources/DialogIds.h"
+#include "fenklib/resources/StringIds.h"
+
+namespace {
+
+using D = CReceiverPortsDlg;
+namespace vok = devio::vok;
+
+constexpr DLG_ITEM kItems[] = {
+    {D::IDC_PORT_TREE, CtlKind::Custom, 0, 4, 4, 172, 192, uikit::kAnchorFill},
+};
+constexpr DLG_TEMPLATE kLayout{IDD_RECEIVER_PORTS, 180, 200, kItems};
+
+constexpr int kKindRole = Qt::UserRole;
+
+}  // namespace
+
+CReceiverPortsDlg::CReceiverPortsDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent)
+    : CFenkDialog(std::move(receiver), IDD_RECEIVER_PORTS, parent, L"CReceiverPortsDlg") {
+    setWindowTitle(LoadResString(IDS_RECEIVER_PORTS).ToQString());
+    m_controls = CLayoutFactory::Build(this, kLayout, nullptr, [this](const DLG_ITEM&, QWidget* window) {
+        m_list = new CPortList(window);
+        return m_list;
+    });
+    m_list->SetOnActivate([this](QTreeWidgetItem* item) { OnOpenPort(item); });
+}
+
+CReceiverPortsDlg::~CReceiverPortsDlg() { DestroyWindow(); }
+
+bool CReceiverPortsDlg::OnInitDialog() {
+    CFenkDialog::OnInitDialog();
+    m_list->AttachImages();
+    try {
+        FillTree();
+    } catch (const basekit::CStdException& e) {
+        uikit::CMessageBoxService::ReportError(this, e);
+        EndDialog(2);
+    }
+    return true;
+}
+
+void CReceiverPortsDlg::FillTree() {
+    m_list->clear();
+    devio::CVokReceiverMate mate(m_receiver);
+    for (const PORT_GROUP& group : PortGroups()) {
+        const std::vector<basekit::ustring> ports = ListGroupPorts(mate, group);
+        if (ports.empty()) continue;
+        auto* node = new QTreeWidgetItem(m_list, QStringList(LoadResString(group.captionId).ToQString()));
+        node->setIcon(0, m_list->GroupImage(group.imageId));
+        for (const basekit::ustring& keyword : ports) {
+            auto* child = new QTreeWidgetItem(node, QStringList(keyword.ToQString()));
+            child->setIcon(0, m_list->GroupImage(group.imageId));
+            child->setData(0, kKindRole, static_cast<int>(group.kind));
+        }
+        node->setExpanded(true);
+    }
+}
+
+void CReceiverPortsDlg::OnOpenPort(QTreeWidgetItem* item) {
+    if (!item || !item->parent()) return;
+    const int kind = item->data(0, kKindRole).toInt();
+    if (RunSheet(kind, basekit::ustring::FromQString(item->text(0))) == kResultReconnect) EndDialog(kResultReconnect);
+}
+
+int CReceiverPortsDlg::RunSheet(int kind, const basekit::ustring& keyword) {
+    switch (static_cast<EPortKind>(kind)) {
+    case EPortKind::Serial: {
+        CSerialPortPS sheet(m_receiver, vok::FromKeyword<vok::EDev>(keyword), this);
+        return sheet.DoModal();
+    }
+    case EPortKind::Usb:
+    case EPortKind::Tcp:
+    case EPortKind::Mvp: {
+        CUniversalPortPS sheet(m_receiver, vok::FromKeyword<vok::EDev>(keyword), this);
+        return sheet.DoModal();
+    }
+    case EPortKind::Script: {
+        CComPortPS sheet(m_receiver, vok::FromKeyword<vok::ECom>(keyword), this);
+        return sheet.DoModal();
+    }
+    default:
+        return 0;
+    }
+}
