@@ -107,7 +107,6 @@ TEST_F(ControllerLibraryTest, SetupChoicesReachTheStoreAtUnload) {
     };
     const Case cases[] = {
         {"Cartesian and manual", "Cartesian (X, Y, Z)", "Manual Selection", 1, 0},
-        {"back to geodetic and autodetection", "Geodetic (Lat, Lon, Alt)", "Autodetection", 0, 1},
     };
     for (const auto& c : cases) {
         WithLibrary([&](void* lib) {
