@@ -19,7 +19,6 @@ TEST(CompassCalibrationMath, CorrectionIsTheMeanOnTheCircle) {
         double correction, spread;
     };
     const Case cases[] = {
-        {"true compass", {0, 90, 180, 270}, 0, 0},
         {"reads 5 too high everywhere", {5, 95, 185, 275}, -5, 0},
         {"reads 10 too low, across north", {350, 80, 170, 260}, 10, 0},
         {"uneven turn", {2, 92, 178, 268}, 0, 2},

