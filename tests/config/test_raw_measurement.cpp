@@ -92,7 +92,7 @@ TEST(RawMeasurement, RefusedWriteIsShownAndTheDialogStays) {
     EXPECT_EQ(result, 2);
     EXPECT_TRUE(stayed);
     ASSERT_EQ(boxes.Requests().size(), 1u);
-    EXPECT_NE(boxes.Requests()[0].text.find(L"wrong 2nd parameter"), std::wstring::npos);
+    EXPECT_NE(boxes.Requests()[0].details.find(L"wrong 2nd parameter"), std::wstring::npos);
 }
 
 TEST(RawMeasurement, OkWaitsForTheReadingAndARealInterval) {
