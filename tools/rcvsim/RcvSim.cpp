@@ -19,7 +19,9 @@ RcvSim::RcvSim(SimOptions options, std::shared_ptr<const SimClock> clock)
       loop_([this](std::stop_token stop) {
           UseCLocaleOnThisThread();
           Loop(stop);
-      }) {}
+      }) {
+    constructing_.Restore();
+}
 
 RcvSim::~RcvSim() {
     loop_.request_stop();

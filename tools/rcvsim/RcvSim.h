@@ -6,6 +6,7 @@
 #include <thread>
 #include <vector>
 
+#include "tools/rcvsim/CLocale.h"
 #include "tools/rcvsim/FaultPlan.h"
 #include "tools/rcvsim/PtyServer.h"
 #include "tools/rcvsim/Receiver.h"
@@ -50,6 +51,7 @@ public:
 private:
     void Loop(std::stop_token stop);
 
+    CLocaleScope constructing_;   // first: the members below are built in the C locale
     std::shared_ptr<const SimClock> clock_;
     Receiver receiver_;
     SessionHub hub_;
