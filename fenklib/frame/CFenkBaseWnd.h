@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "fenklib/frame/CJobContext.h"
+#include "fenklib/frame/LibraryHelpers.h"
+#include "fenklib/resources/StringIds.h"
 #include "platform/basekit/CCriticalSection.h"
 #include "platform/basekit/CEvent.h"
 #include "platform/basekit/CLocker.h"
@@ -164,6 +166,7 @@ protected:
             } catch (const basekit::CStdException&) {
                 OnReceiverError(wParam, lParam);
             }
+            ShowLinkState();
             UpdateControls();
             return 0;
         }
@@ -189,6 +192,23 @@ protected:
     }
 
     bool IsReceiverReady() const { return m_receiver && m_receiver->IsReady(); }
+
+    // Greyed values alone do not tell a surveyor why: the window's title says the link is lost
+    // until the receiver is ready again.
+    void ShowLinkState() {
+        QWidget* top = this->window();
+        const QVariant plain = top->property("fenkPlainTitle");
+        if (IsReceiverReady()) {
+            if (plain.isValid()) top->setWindowTitle(plain.toString());
+            top->setProperty("fenkPlainTitle", QVariant());
+            return;
+        }
+        if (plain.isValid()) return;
+        top->setProperty("fenkPlainTitle", top->windowTitle());
+        top->setWindowTitle(
+            basekit::ustring::Format(LoadResString(IDS_TITLE_LINK_LOST).c_str(), basekit::ustring::FromQString(top->windowTitle()))
+                .ToQString());
+    }
 
     // Readings that failed, counted on the top-level window ("fenkFailed") so that a host's
     // headless tour can tell a window that showed errors from one that worked.

@@ -160,10 +160,14 @@ ustring CVokReceiverMateCore::ReadSettingsListing(const std::function<void(std::
     constexpr int kParts = static_cast<int>(std::size(kQueries));
     const unsigned timeout = GetCommandTimeout(kListingBytes);
     ustring listing;
-    for (int i = 0; i < kParts; ++i) {
-        if (i > 0) listing += L"\r\n";
-        listing += ExecuteCommand(kQueries[i], false, timeout);
-        if (onReply) onReply(listing.size(), i + 1, kParts);
+    int done = 0;
+    const CReplyBytesScope bytes(*this, [&](std::uint64_t received) {
+        if (onReply) onReply(listing.size() + received, done, kParts);
+    });
+    for (; done < kParts; ++done) {
+        if (done > 0) listing += L"\r\n";
+        listing += ExecuteCommand(kQueries[done], false, timeout);
+        if (onReply) onReply(listing.size(), done + 1, kParts);
     }
     return listing;
 }

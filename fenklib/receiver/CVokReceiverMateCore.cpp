@@ -19,6 +19,7 @@ constexpr const char* kSource = "VokReceiverMate";
 constexpr unsigned kDefaultReplyBytes = 1000;
 constexpr unsigned kNonSerialRate = 9600;
 constexpr std::chrono::microseconds kSpinBeforeSleep{50};
+constexpr long long kReplyProgressMs = 100;
 constexpr const wchar_t* kWrongCommand = L"{2,,wrong command}";
 
 bool IsTimeout(const CWinException& e) { return e.Code() == basekit::kErrorTimeout; }
@@ -98,7 +99,13 @@ WaitResult CVokReceiverMateCore::WaitForReply(const CCommandReply& reply, unsign
     }
     for (;;) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
-        const WaitResult wait = basekit::CEvent::WaitAny({&m_completion.Event(), m_abort}, static_cast<unsigned>(std::max<long long>(left, 0)));
+        // A long reply's bytes are reported while they stream in: the wait wakes now and then.
+        const long long slice = m_replyBytes ? std::min<long long>(left, kReplyProgressMs) : left;
+        const WaitResult wait = basekit::CEvent::WaitAny({&m_completion.Event(), m_abort}, static_cast<unsigned>(std::max<long long>(slice, 0)));
+        if (wait.kind == WaitResult::Timeout && slice < left) {
+            m_replyBytes(reply.GetProgress().received);
+            continue;
+        }
         if (wait.kind != WaitResult::Signalled || wait.index != 0 || reply.IsDone()) return wait;
         m_completion.Event().Reset();
         if (reply.IsDone()) return wait;

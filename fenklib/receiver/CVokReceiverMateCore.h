@@ -149,6 +149,20 @@ public:
     static ustring FormatSchedule(const vok::MSG& msg);
 
 private:
+    // While alive, the bytes of each reply in flight are reported as they arrive.
+    class CReplyBytesScope {
+    public:
+        CReplyBytesScope(CVokReceiverMateCore& mate, std::function<void(std::uint64_t)> onBytes) : m_mate(mate) {
+            m_mate.m_replyBytes = std::move(onBytes);
+        }
+        ~CReplyBytesScope() { m_mate.m_replyBytes = nullptr; }
+        CReplyBytesScope(const CReplyBytesScope&) = delete;
+        CReplyBytesScope& operator=(const CReplyBytesScope&) = delete;
+
+    private:
+        CVokReceiverMateCore& m_mate;
+    };
+
     basekit::WaitResult WaitForReply(const CCommandReply& reply, unsigned timeoutMs);
 
     CSmartPtr<IReceiver> m_receiver;
@@ -157,6 +171,7 @@ private:
     basekit::CEvent m_ownEvent{basekit::CEvent::Mode::Auto};
     basekit::CEvent* m_abort;
     unsigned m_lineRate = 0;
+    std::function<void(std::uint64_t)> m_replyBytes;
 };
 
 }  // namespace devio

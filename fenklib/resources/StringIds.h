@@ -242,6 +242,7 @@ enum FenkStringId : unsigned {
     IDS_SAVED_TO = 5302,
     IDS_COPY_VALUE = 5303,
     IDS_STALE_SINCE = 5304,
+    IDS_TITLE_LINK_LOST = 5305,
 
     // Settings and controller tools
     IDS_SETUP_CAPTION = 5900,

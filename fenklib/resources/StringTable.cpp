@@ -245,6 +245,7 @@ constexpr std::array kTable = Sorted(std::to_array<FenkStringEntry>({
     {IDS_SAVED_TO, L"Saved %s to %s"},
     {IDS_COPY_VALUE, L"Copy Value"},
     {IDS_STALE_SINCE, L"%s (last read %s)"},
+    {IDS_TITLE_LINK_LOST, L"%s - link to the receiver lost"},
     {IDS_SETUP_CAPTION, L"Setup"},
     {IDS_ZED_TOOLS, L"Zed/Zer Tools"},
     {IDS_BACKPACK_TOOLS, L"Backpack Tools"},

@@ -4,11 +4,13 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QThread>
+#include <QTimer>
 #include <mutex>
 #include <utility>
 #include <vector>
 
 #include "platform/uikit/CMessageBoxResponder.h"
+#include "platform/uikit/CScreenFit.h"
 
 namespace uikit {
 
@@ -70,6 +72,11 @@ int ShowBox(const MessageBoxRequest& request) {
     if (!request.details.empty()) box.setDetailedText(request.details.ToQString());
     const std::size_t defaultIndex = (request.flags & MB_DEFMASK) >> 8;
     if (defaultIndex < buttons.size()) box.setDefaultButton(buttons[defaultIndex].button);
+    // The box sizes itself to the screen's width but is centred on its owner, which may sit at the
+    // screen's edge: once shown it is moved inside the available area.
+    QTimer::singleShot(0, &box, [&box] {
+        box.move(CScreenFit::Fit(box.frameGeometry(), CScreenFit::AvailableFor(box)).topLeft());
+    });
     box.exec();
     const auto pressed = box.standardButton(box.clickedButton());
     for (const auto& b : buttons)

@@ -101,6 +101,7 @@ TEST_F(InfoDialog, ButtonsFollowTheReadingAndTheLink) {
     EXPECT_FALSE(dlg.IsRefreshEnabled());
     EXPECT_TRUE(dlg.IsSaveEnabled());
     EXPECT_NE(dlg.RowValue(0).find(L"last read"), std::wstring::npos) << "values read before the loss are marked stale";
+    EXPECT_TRUE(dlg.windowTitle().contains(QStringLiteral("link to the receiver lost"))) << "the window says why in words";
 
     // A window opened on the dead link cannot subscribe: error box, then result 3.
     const uikit::CMessageBoxResponder boxes;
@@ -188,6 +189,25 @@ TEST_F(InfoDialog, SaveToFileWritesTheHeaderAndTheListingsAsUtf8) {
     ustring remembered;
     basekit::RegGetValue(basekit::HKEY_CURRENT_USER, basekit::RegGetDefaultKeyName(L"private\\CReceiverInfoDlg"), L"InfoPath", remembered);
     EXPECT_EQ(remembered.ToQString(), folder.path()) << "the folder is remembered";
+}
+
+// The save's progress counts the bytes of the reply still streaming in, not finished replies.
+TEST_F(InfoDialog, ListingProgressCountsBytesWithinAReply) {
+    rcvsim::SimOptions options;
+    options.throttle = true;   // 115200 bit/s: the first reply takes over a second
+    options.dumpBytes = 16 * 1024;
+    SimLink link(SimLink::Over::Tcp, options);
+    devio::CVokReceiverMate mate(link.Receiver());
+    std::vector<std::uint64_t> withinFirst;
+    std::uint64_t last = 0;
+    bool monotonic = true;
+    mate.ReadSettingsListing([&](std::uint64_t bytes, int done, int) {
+        monotonic = monotonic && bytes >= last;
+        last = bytes;
+        if (done == 0 && bytes > 0) withinFirst.push_back(bytes);
+    });
+    EXPECT_FALSE(withinFirst.empty()) << "bytes reported before the first reply was complete";
+    EXPECT_TRUE(monotonic);
 }
 
 TEST_F(InfoDialog, ALongSaveCanBeCancelled) {

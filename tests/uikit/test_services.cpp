@@ -18,6 +18,7 @@
 #include "platform/uikit/CMessageBoxResponder.h"
 #include "platform/uikit/CMessageBoxService.h"
 #include "platform/uikit/CResizablePropertyPage.h"
+#include "platform/uikit/CScreenFit.h"
 #include "platform/uikit/WideScreen.h"
 
 using namespace uikit;
@@ -122,6 +123,25 @@ TEST(MessageBox, RealBoxHonoursTheDefaultButtonAndTheIcon) {
         EXPECT_EQ(CMessageBoxService::Show(nullptr, L"Confirm deletion.", L"", c.flags), c.answer) << c.legend;
         EXPECT_EQ(shownIcon, c.icon) << c.legend;
     }
+}
+
+TEST(MessageBox, RealBoxStaysOnScreenWhenItsOwnerSitsAtTheEdge) {
+    const WithoutResponder real;
+    QWidget owner;
+    const QRect available = CScreenFit::AvailableFor(owner);
+    owner.setGeometry(available.right() - 60, available.bottom() - 60, 120, 120);
+    owner.show();
+    QRect shown;
+    QTimer::singleShot(0, qApp, [&] {
+        QTimer::singleShot(0, qApp, [&] {   // after the box has placed itself
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box) return;
+            shown = box->frameGeometry();
+            box->defaultButton()->click();
+        });
+    });
+    CMessageBoxService::Show(&owner, L"Saved 300 KB to /home/surveyor/receiver-settings/FNK-600-0123456789.txt", L"", MB_OK);
+    EXPECT_TRUE(available.contains(shown)) << "box at " << shown.x() << "," << shown.y();
 }
 
 TEST(MessageBox, WorkerThreadWithoutResponderGetsTheNegativeAnswer) {
