@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <thread>
-
 #include "platform/basekit/CEvent.h"
 #include "platform/basekit/CThread.h"
 
@@ -26,13 +24,6 @@ TEST(Event, ResetModes) {
         e.Reset();
         EXPECT_FALSE(e.IsSet()) << c.legend;
     }
-}
-
-TEST(Event, SetFromAnotherThreadReleasesAWaiter) {
-    CEvent e(CEvent::Mode::Auto);
-    std::thread setter([&] { e.Set(); });
-    EXPECT_EQ(e.Wait(10000).kind, WaitResult::Signalled);
-    setter.join();
 }
 
 TEST(Event, WaitAnyReportsWhichOneFired) {

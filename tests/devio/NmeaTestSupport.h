@@ -1,5 +1,5 @@
 #pragma once
-// Helpers shared by the lexer and NMEA tests: capture files and a sink that keeps everything.
+// Helpers shared by the lexer, NMEA and nmeadump tests: capture files and a sink that keeps everything.
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -27,8 +27,6 @@ inline std::string ReadFile(const std::string& path)
     text << in.rdbuf();
     return text.str();
 }
-
-inline std::string ReadCapture(std::string_view name) { return ReadFile(CapturePath(name)); }
 
 inline const std::vector<std::string>& CaptureNames()
 {

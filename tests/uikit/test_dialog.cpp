@@ -135,6 +135,7 @@ TEST(ResizableDialog, MessagesAfterTheWindowEndedAreDropped) {
     bool posted = true;
     std::thread([&] { posted = basekit::PostWindowMessage(hwnd, 1027); }).join();
     EXPECT_FALSE(posted) << "a post to a deleted window is dropped, not delivered";
+    EXPECT_FALSE(basekit::PostWindowMessage(nullptr, 1027)) << "nor one to no window";
 }
 
 TEST(ResizableDialog, PlacementIsKeptByName) {
