@@ -1,6 +1,7 @@
 #include "platform/hwctl/YuyvToRgb.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace hwctl {
 
@@ -34,7 +35,10 @@ std::vector<std::uint8_t> YuyvToRgb(std::span<const std::uint8_t> frame, int wid
 }
 
 std::string RgbToPpm(std::span<const std::uint8_t> rgb, int width, int height) {
-    std::string file = "P6\n" + std::to_string(width) + " " + std::to_string(height) + "\n255\n";
+    // snprintf, not std::to_string: the library that holds this must be able to unload.
+    char header[48];
+    std::snprintf(header, sizeof header, "P6\n%d %d\n255\n", width, height);
+    std::string file = header;
     file.append(reinterpret_cast<const char*>(rgb.data()), rgb.size());
     return file;
 }

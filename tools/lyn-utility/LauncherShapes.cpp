@@ -20,7 +20,7 @@ namespace {
 // receiver of the family keeps, copied out of harm's way; the messages of a basic NMEA output.
 const std::vector<double> kChannels = {450.125, 450.250, 451.375, 455.500, 457.050, 462.625, 464.500, 467.775};
 constexpr double kChosenChannel = 455.500;
-constexpr devio::vok::POS_XYZ kMarkXyz{4325430.112, 565609.871, 4634650.334};
+constexpr devio::vok::POS_XYZ kMarkXyz{4325308.845, 565601.688, 4638382.431};
 constexpr devio::vok::POS_GEO kMarkGeo{46.9500123, 7.4500456, 560.215};
 constexpr int kFreeSlot = 2;
 constexpr const wchar_t* kReceiverFile = L"/com/a/profile/default";
