@@ -5,9 +5,9 @@
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
 
-CChoicePage::CChoicePage(const DLG_TEMPLATE& layout, unsigned title, unsigned firstRadio)
-    : CResizablePropertyPage(layout.number, LoadResString(title)),
-      m_controls(CLayoutFactory::Build(this, layout)),
+CChoicePage::CChoicePage(const DLG_TEMPLATE& layout, const DLG_TEMPLATE& wide, unsigned title, unsigned firstRadio)
+    : CResizablePropertyPage(CLayoutFactory::Choose(layout, &wide).number, LoadResString(title)),
+      m_controls(CLayoutFactory::Build(this, layout, &wide)),
       m_firstRadio(firstRadio) {
     QButtonGroup* group = m_controls.Get<QRadioButton>(m_firstRadio)->group();
     connect(group, &QButtonGroup::idClicked, this, [this](int) { SetModified(); });

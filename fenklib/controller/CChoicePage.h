@@ -9,7 +9,7 @@
 // value that matches neither choice shows none checked and is kept until the user picks one.
 class CChoicePage : public uikit::CResizablePropertyPage {
 public:
-    CChoicePage(const DLG_TEMPLATE& layout, unsigned title, unsigned firstRadio);
+    CChoicePage(const DLG_TEMPLATE& layout, const DLG_TEMPLATE& wide, unsigned title, unsigned firstRadio);
 
     // The checked choice (0, 1 ...), or -1 while none is.
     int Choice() const;

@@ -27,14 +27,26 @@ constexpr DLG_ITEM kItems[] = {
     {C::IDC_RULE_EXIT, CtlKind::CheckBox, 0, 14, 118, 272, 14, uikit::kAnchorTopWide},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_TOOLS_POWER, 300, 150, kItems};
+// Wide: the switch at the left, its rules at the right.
+constexpr DLG_ITEM kWideItems[] = {
+    {C::IDC_POWER_GROUP, CtlKind::Group, IDS_POWER, 6, 6, 170, 72, {0, 0, 0.4, 0}},
+    {C::IDC_STATE, CtlKind::Static, 0, 14, 20, 154, 30, {0, 0, 0.4, 0}},
+    {C::IDC_POWER_ON, CtlKind::Button, IDS_POWER_ON, 14, 56, 70, 14, uikit::kAnchorTopLeft},
+    {C::IDC_POWER_OFF, CtlKind::Button, IDS_POWER_OFF, 90, 56, 70, 14, uikit::kAnchorTopLeft},
+    {C::IDC_RULES_GROUP, CtlKind::Group, IDS_POWER_RULES, 182, 6, 252, 72, {0.4, 0, 0.6, 0}},
+    {C::IDC_RULE_CONNECT, CtlKind::CheckBox, 0, 190, 20, 236, 14, {0.4, 0, 0.6, 0}},
+    {C::IDC_RULE_DISCONNECT, CtlKind::CheckBox, 0, 190, 38, 236, 14, {0.4, 0, 0.6, 0}},
+    {C::IDC_RULE_EXIT, CtlKind::CheckBox, 0, 190, 56, 236, 14, {0.4, 0, 0.6, 0}},
+};
+constexpr DLG_TEMPLATE kWide{IDD_TOOLS_POWER_WIDE, 440, 86, kWideItems};
 }  // namespace
 
 CControllerPowerPP::CControllerPowerPP(const POWER_DEVICE& device, unsigned toolName, bool backpack)
-    : CResizablePropertyPage(kLayout.number, LoadResString(device.title)),
+    : CResizablePropertyPage(CLayoutFactory::Choose(kLayout, &kWide).number, LoadResString(device.title)),
       m_device(device),
       m_toolName(toolName),
       m_backpack(backpack),
-      m_controls(CLayoutFactory::Build(this, kLayout)) {
+      m_controls(CLayoutFactory::Build(this, kLayout, &kWide)) {
     for (std::size_t i = 0; i < 3; ++i) {
         auto* box = m_controls.Get<QCheckBox>(kRuleIds[i]);
         box->setText(LoadResString(device.ruleTexts[i]).ToQString());

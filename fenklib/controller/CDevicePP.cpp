@@ -8,9 +8,10 @@
 #include "platform/basekit/CStdException.h"
 #include "platform/uikit/CMessageBoxService.h"
 
-CDevicePP::CDevicePP(const DLG_TEMPLATE& layout, unsigned title, const char* device, unsigned absentText)
-    : CResizablePropertyPage(layout.number, LoadResString(title)),
-      m_controls(CLayoutFactory::Build(this, layout)),
+CDevicePP::CDevicePP(const DLG_TEMPLATE& layout, const DLG_TEMPLATE& wide, unsigned title, const char* device,
+                     unsigned absentText)
+    : CResizablePropertyPage(CLayoutFactory::Choose(layout, &wide).number, LoadResString(title)),
+      m_controls(CLayoutFactory::Build(this, layout, &wide)),
       m_device(device),
       m_absentText(absentText) {
     connect(m_controls.Get<QPushButton>(IDC_ACTION), &QPushButton::clicked, this, [this] {

@@ -18,8 +18,9 @@ public:
     bool OnInitDialog() override;
 
 protected:
-    // layout has IDC_STATE and IDC_ACTION rows; device is the backend's name of the device.
-    CDevicePP(const DLG_TEMPLATE& layout, unsigned title, const char* device, unsigned absentText);
+    // layout and its wide form have IDC_STATE and IDC_ACTION rows; device is the backend's name
+    // of the device.
+    CDevicePP(const DLG_TEMPLATE& layout, const DLG_TEMPLATE& wide, unsigned title, const char* device, unsigned absentText);
     // The action on the device; returns the new line of state, empty to keep the old one.
     virtual basekit::ustring Act(hwctl::IControllerBackend& backend) = 0;
     // Runs work on a fresh backend, reporting the device's failure in an error box.

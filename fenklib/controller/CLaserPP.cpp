@@ -12,9 +12,15 @@ constexpr DLG_ITEM kItems[] = {
     {CDevicePP::IDC_ACTION, CtlKind::Button, IDS_MEASURE, 6, 34, 70, 14, uikit::kAnchorTopLeft},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_TOOLS_LASER, 240, 150, kItems};
+// Wide: the state reads across the page, the actions stand at its right.
+constexpr DLG_ITEM kWideItems[] = {
+    {CDevicePP::IDC_STATE, CtlKind::Static, 0, 6, 8, 270, 40, uikit::kAnchorTopWide},
+    {CDevicePP::IDC_ACTION, CtlKind::Button, IDS_MEASURE, 284, 8, 70, 14, uikit::kAnchorTopRight},
+};
+constexpr DLG_TEMPLATE kWide{IDD_TOOLS_LASER_WIDE, 360, 110, kWideItems};
 }  // namespace
 
-CLaserPP::CLaserPP() : CDevicePP(kLayout, IDS_PAGE_LASER, "laser", IDS_NO_LASER) {}
+CLaserPP::CLaserPP() : CDevicePP(kLayout, kWide, IDS_PAGE_LASER, "laser", IDS_NO_LASER) {}
 
 basekit::ustring CLaserPP::Act(hwctl::IControllerBackend& backend) {
     const QString distance = QLocale().toString(backend.ReadDistance(), 'f', 3);

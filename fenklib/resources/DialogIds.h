@@ -74,13 +74,19 @@ enum FenkDialogId : unsigned {
     IDD_RECEIVER_INFO = 5300,
     IDD_RECEIVER_INFO_WIDE = 5301,
 
-    // Settings and controller tools: one layout each, fit for both screens
+    // Settings and controller tools: the pages have a normal and a wide layout
     IDD_SETUP_GENERAL = 5900,
+    IDD_SETUP_GENERAL_WIDE = 5901,
     IDD_SETUP_MODEMS = 5902,
+    IDD_SETUP_MODEMS_WIDE = 5903,
     IDD_TOOLS_POWER = 5904,
+    IDD_TOOLS_POWER_WIDE = 5905,
     IDD_TOOLS_LASER = 5906,
+    IDD_TOOLS_LASER_WIDE = 5907,
     IDD_TOOLS_CAMERA = 5908,
+    IDD_TOOLS_CAMERA_WIDE = 5909,
     IDD_TOOLS_COMPASS = 5910,
+    IDD_TOOLS_COMPASS_WIDE = 5911,
     IDD_COMPASS_CALIBRATION = 5912,
     // Receiver configuration dialogs and sheets
     IDD_RECEIVER_TOOLS = 6000,

@@ -278,7 +278,7 @@ constexpr std::array kTable = Sorted(std::to_array<FenkStringEntry>({
     {IDS_CALIBRATION_RESULT, L"Correction: %s° (spread %s°). Press Store to keep it."},
     {IDS_STORE, L"Store"},
     {IDS_CALIBRATION_STORED, L"The compass correction was stored."},
-    {IDS_IMAGE_FILTER, L"JPEG Images (*.jpg)|*.jpg|All Files (*.*)|*.*||"},
+    {IDS_IMAGE_FILTER, L"JPEG Images (*.jpg)|*.jpg|PNG Images (*.png)|*.png|All Files (*.*)|*.*||"},
     {IDS_ENTER_INTEGER_BETWEEN, L"Please enter an integer between %s and %s."},
     {IDS_RECEIVER_FILE_EXPLORER, L"Receiver Files"},
     {IDS_PAGE_FILES, L"Files"},

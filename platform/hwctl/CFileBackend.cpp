@@ -9,6 +9,7 @@
 
 #include "platform/basekit/CStdException.h"
 #include "platform/basekit/ustring.h"
+#include "platform/hwctl/CCompassCorrectionFile.h"
 #include "platform/hwctl/CIioBackend.h"
 
 namespace hwctl {
@@ -21,12 +22,6 @@ std::string& RootSlot() { static std::string root; return root; }
     throw basekit::CStdException(basekit::ustring::FromUtf8(text), __FILE__, __LINE__);
 }
 
-// Numbers in the files are C-locale text whatever the user's locale.
-std::string FormatNumber(double value) {
-    char buffer[32];
-    const auto [end, ec] = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, 3);
-    return ec == std::errc() ? std::string(buffer, end) : std::string("0");
-}
 }  // namespace
 
 std::string CFileBackend::Read(const std::string& name) const {
@@ -64,33 +59,25 @@ bool CFileBackend::HasDevice(const std::string& device) const {
     return std::filesystem::is_directory(m_root + "/" + device, ec);
 }
 
-void CFileBackend::CaptureStill(const std::string& path) {
+std::string CFileBackend::CaptureStill(const std::string& path) {
     if (!HasDevice("camera")) Fail("no camera under " + m_root);
     std::error_code ec;
     std::filesystem::copy_file(m_root + "/camera/still", path, std::filesystem::copy_options::overwrite_existing, ec);
     if (ec) Fail("the camera could not deliver an image to " + path + ": " + ec.message());
     Log("camera still");
+    return path;
 }
 
 double CFileBackend::ReadHeading() {
-    const double heading = std::fmod(ReadNumber("compass", "heading") + HeadingCorrection(), 360.0);
-    return heading < 0 ? heading + 360.0 : heading;
+    const double raw = ReadNumber("compass", "heading");
+    return CCompassCorrectionFile(m_root).Apply(raw);
 }
 
-// No correction stored yet (or an unreadable one) is no correction.
-double CFileBackend::HeadingCorrection() const {
-    const std::string stored = Read("compass/correction");
-    double correction = 0;
-    std::from_chars(stored.data(), stored.data() + stored.size(), correction);
-    return std::isfinite(correction) ? correction : 0;
-}
+double CFileBackend::HeadingCorrection() const { return CCompassCorrectionFile(m_root).Load(); }
 
 void CFileBackend::StoreHeadingCorrection(double degrees) {
     if (!HasDevice("compass")) Fail("no compass under " + m_root);
-    std::ofstream out(m_root + "/compass/correction", std::ios::trunc);
-    out << FormatNumber(degrees) << "\n";
-    if (!out) Fail("cannot store the compass correction under " + m_root);
-    Log("compass correction " + FormatNumber(degrees));
+    CCompassCorrectionFile(m_root).Store(degrees);
 }
 
 void CNullBackend::Absent(const char* device) {

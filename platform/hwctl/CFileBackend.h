@@ -26,7 +26,7 @@ public:
 
     bool HasDevice(const std::string& device) const override;
     double ReadDistance() override { return ReadNumber("laser", "distance"); }
-    void CaptureStill(const std::string& path) override;
+    std::string CaptureStill(const std::string& path) override;
     double ReadHeading() override;
     double HeadingCorrection() const override;
     void StoreHeadingCorrection(double degrees) override;
@@ -48,7 +48,7 @@ public:
     void SetPower(const std::string&, bool) override {}
     bool HasDevice(const std::string&) const override { return false; }
     double ReadDistance() override { Absent("laser"); }
-    void CaptureStill(const std::string&) override { Absent("camera"); }
+    std::string CaptureStill(const std::string&) override { Absent("camera"); }
     double ReadHeading() override { Absent("compass"); }
     double HeadingCorrection() const override { return 0; }
     void StoreHeadingCorrection(double) override { Absent("compass"); }

@@ -1,6 +1,7 @@
 #include "platform/hwctl/CIioBackend.h"
 
 #include <charconv>
+#include <cstdlib>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -9,6 +10,8 @@
 
 #include "platform/basekit/CStdException.h"
 #include "platform/basekit/ustring.h"
+#include "platform/hwctl/CCompassCorrectionFile.h"
+#include "platform/hwctl/CV4l2Still.h"
 
 namespace hwctl {
 
@@ -50,22 +53,47 @@ double CIioBackend::ReadChannel(const std::string& channel) const {
     return (*raw + offset) * scale;
 }
 
+std::string CIioBackend::DefaultStateRoot() {
+    const char* config = std::getenv("XDG_CONFIG_HOME");
+    const char* home = std::getenv("HOME");
+    const std::string base = config && *config ? config : std::string(home ? home : ".") + "/.config";
+    return base + "/fenk/hwctl";
+}
+
 bool CIioBackend::HasDevice(const std::string& device) const {
     if (device == "laser") return !Find(kDistance).empty();
     if (device == "compass") return !Find(kHeading).empty();
+    if (device == "camera") return !CV4l2Still::Devices(m_dev).empty();
     return false;
 }
 
 double CIioBackend::ReadDistance() { return ReadChannel(kDistance); }
 
-// The kernel gives the rotation from north in radians.
+// The kernel gives the rotation from north in radians; the calibration's correction is added.
 double CIioBackend::ReadHeading() {
-    const double degrees = std::fmod(ReadChannel(kHeading) * 180.0 / std::numbers::pi, 360.0);
-    return degrees < 0 ? degrees + 360.0 : degrees;
+    return CCompassCorrectionFile(m_state).Apply(ReadChannel(kHeading) * 180.0 / std::numbers::pi);
 }
 
-void CIioBackend::CaptureStill(const std::string&) { Fail("this controller's camera is not reachable"); }
+double CIioBackend::HeadingCorrection() const { return CCompassCorrectionFile(m_state).Load(); }
 
-void CIioBackend::StoreHeadingCorrection(double) { Fail("this controller's compass keeps no correction"); }
+void CIioBackend::StoreHeadingCorrection(double degrees) {
+    if (!HasDevice("compass")) Fail("no IIO device under " + m_iio + " is a compass");
+    CCompassCorrectionFile(m_state).Store(degrees);
+}
+
+// Video nodes also include metadata and output devices: the first that gives a still is the camera.
+std::string CIioBackend::CaptureStill(const std::string& path) {
+    const std::vector<std::string> devices = CV4l2Still::Devices(m_dev);
+    if (devices.empty()) Fail("this controller has no camera (no video device under " + m_dev + ")");
+    std::optional<basekit::CStdException> first;
+    for (const std::string& device : devices) {
+        try {
+            return CV4l2Still::Write(CV4l2Still::Grab(device), path);
+        } catch (const basekit::CStdException& e) {
+            if (!first) first = e;
+        }
+    }
+    throw *first;
+}
 
 }  // namespace hwctl

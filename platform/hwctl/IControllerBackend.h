@@ -19,7 +19,9 @@ public:
     // device: "laser", "camera" or "compass"; an absent one is not an error, just absent.
     virtual bool HasDevice(const std::string& device) const = 0;
     virtual double ReadDistance() = 0;                             // metres
-    virtual void CaptureStill(const std::string& path) = 0;        // writes an image file there
+    // Writes one still image to path, or beside it under the extension of the form the camera
+    // delivers (".jpg" for JPEG, ".ppm" for an uncompressed frame); returns the file written.
+    virtual std::string CaptureStill(const std::string& path) = 0;
     virtual double ReadHeading() = 0;                              // degrees from north, 0..360
     // The correction the compass adds to every raw heading, in degrees; storing replaces it.
     virtual double HeadingCorrection() const = 0;

@@ -147,7 +147,7 @@ TEST(IioBackend, ReadingsFromSysfsAttributes) {
     for (const auto& c : cases) {
         Folder f;
         for (const auto& [name, text] : c.files) f.Put(std::string("iio:device0/") + name, text);
-        hwctl::CIioBackend backend(f.root);
+        hwctl::CIioBackend backend(f.root, f.root + "/dev", f.root + "/state");
         EXPECT_EQ(backend.HasDevice(c.device), c.present) << c.legend;
         const auto read = [&] { return std::string(c.device) == "laser" ? backend.ReadDistance() : backend.ReadHeading(); };
         if (std::string(c.device) == "camera") {
@@ -159,6 +159,35 @@ TEST(IioBackend, ReadingsFromSysfsAttributes) {
         }
     }
     EXPECT_FALSE(hwctl::CIioBackend("/nonexistent/iio").HasDevice("compass"));
+}
+
+// The calibration's correction on a compass read through IIO: kept in the user's folder in the
+// file backend's form and added to every heading, across backends made afresh.
+TEST(IioBackend, CompassCorrectionAppliedAndKept) {
+    struct Case {
+        const char* legend;
+        const char* radians;
+        double correction;
+        double heading;
+        const char* stored;
+    };
+    const Case cases[] = {
+        {"added to the raw heading", "1.5707963267948966", 2.5, 92.5, "2.500\n"},
+        {"wraps past north", "6.2657320146596431", 3, 2, "3.000\n"},   // 359 degrees
+        {"wraps below north", "0.017453292519943295", -3, 358, "-3.000\n"},
+    };
+    for (const auto& c : cases) {
+        Folder f;
+        f.Put("iio/iio:device0/in_rot_from_north_magnetic_tilt_comp_raw", c.radians);
+        hwctl::CIioBackend(f.root + "/iio", f.root + "/dev", f.root + "/state").StoreHeadingCorrection(c.correction);
+        EXPECT_EQ(f.Get("state/compass/correction"), c.stored) << c.legend;
+        hwctl::CIioBackend later(f.root + "/iio", f.root + "/dev", f.root + "/state");
+        EXPECT_DOUBLE_EQ(later.HeadingCorrection(), c.correction) << c.legend;
+        EXPECT_NEAR(later.ReadHeading(), c.heading, 1e-9) << c.legend;
+    }
+    Folder none;
+    EXPECT_THROW(hwctl::CIioBackend(none.root, none.root, none.root + "/state").StoreHeadingCorrection(1), basekit::CStdException)
+        << "no compass, nothing to correct";
 }
 
 }  // namespace

@@ -9,28 +9,56 @@
 
 namespace {
 
-// Every launcher a host may find; those taking only the receiver and a parent get a menu entry.
-// Row i's fallback caption is host string HS_CAPTION_FIRST + i.
-struct ReceiverLauncherRow {
+// Every launcher a host may find, one row each: its name, the arguments it takes, where the
+// window offers it and its key. A launcher of a known shape needs nothing but its row here;
+// row i's fallback caption is host string HS_CAPTION_FIRST + i, used when the library has none.
+using Shape = LauncherShape;
+using Menu = CFenkBinding::Menu;
+struct LAUNCHER_ROW {
     const char* name;
+    Shape shape;
+    Menu menu;
     const char* shortcut;
 };
-constexpr ReceiverLauncherRow kReceiverLaunchers[] = {
-    {"run_ReceiverInfoDlg", "Ctrl+I"}, {"run_ReceiverStatusPS", "Ctrl+T"}, {"run_PositioningPS", ""},
-    {"run_TrackingOptionsPS", ""}, {"run_ReceiverPortsDlg", "Ctrl+P"}, {"run_LoggingMessagesDlg", "Ctrl+L"},
-    {"run_ReceiverFileExplorerPS", "Ctrl+F"}, {"run_FileSystemInfoDlg", ""}, {"run_ReceiverPowerDlg", ""},
-    {"run_BluetoothDlg", ""}, {"run_AutoSeedDlg", ""}, {"run_AutoSeed_PointListDlg", ""},
-    {"run_SiteConfigurationDlg", "Ctrl+E"}, {"run_RawMeasurementDlg", ""}, {"run_ToolsDlg", ""},
-    {"run_VolumeControlDlg", ""}, {"run_Tivar_MasterVolumeDlg", ""},
+constexpr LAUNCHER_ROW kLaunchers[] = {
+    {"run_ReceiverInfoDlg", Shape::ReceiverParent, Menu::Device, "Ctrl+I"},
+    {"run_ReceiverStatusPS", Shape::ReceiverParent, Menu::Device, "Ctrl+T"},
+    {"run_PositioningPS", Shape::ReceiverParent, Menu::Device, ""},
+    {"run_TrackingOptionsPS", Shape::ReceiverParent, Menu::Device, ""},
+    {"run_ReceiverPortsDlg", Shape::ReceiverParent, Menu::Device, "Ctrl+P"},
+    {"run_LoggingMessagesDlg", Shape::ReceiverParent, Menu::Device, "Ctrl+L"},
+    {"run_ReceiverFileExplorerPS", Shape::ReceiverParent, Menu::Device, "Ctrl+F"},
+    {"run_FileSystemInfoDlg", Shape::ReceiverParent, Menu::Device, ""},
+    {"run_ReceiverPowerDlg", Shape::ReceiverParent, Menu::Device, ""},
+    {"run_BluetoothDlg", Shape::ReceiverParent, Menu::Device, ""},
+    {"run_AutoSeedDlg", Shape::ReceiverParent, Menu::Device, ""},
+    {"run_AutoSeed_PointListDlg", Shape::ReceiverParent, Menu::Device, ""},
+    {"run_SiteConfigurationDlg", Shape::ReceiverParent, Menu::Device, "Ctrl+E"},
+    {"run_RawMeasurementDlg", Shape::ReceiverParent, Menu::Device, ""},
+    {"run_ToolsDlg", Shape::ReceiverParent, Menu::Device, ""},
+    {"run_VolumeControlDlg", Shape::ReceiverParent, Menu::Device, ""},
+    {"run_Tivar_MasterVolumeDlg", Shape::ReceiverParent, Menu::Device, ""},
+    {"run_SetupPS", Shape::Parent, Menu::Tools, ""},
+    {"run_ZedToolsPS", Shape::Parent, Menu::Tools, ""},
+    {"run_BackpackToolsPS", Shape::Parent, Menu::Tools, ""},
+    {"run_CompassCalibrationDlg", Shape::Parent, Menu::Tools, ""},
+    {"run_ChannelsListDlg", Shape::ChannelList, Menu::Tools, ""},
+    {"run_CLTHelpDlg", Shape::ParentCode, Menu::Tools, ""},
+    {"run_CLTFLoaderDlg", Shape::ParentCodeLetters, Menu::Tools, ""},
+    {"run_CLTCCFFLoaderDlg", Shape::ParentCodeLetters, Menu::Tools, ""},
+    {"run_XyzCoordEditDlg", Shape::XyzPosition, Menu::Edit, ""},
+    {"run_GeoCoordEditDlg", Shape::GeoPosition, Menu::Edit, ""},
+    {"run_AutoSeed_NewPointDlg", Shape::PointSlot, Menu::Edit, ""},
+    {"run_MessageListDlg", Shape::MessageList, Menu::Edit, ""},
+    {"run_RcvMessageDlg", Shape::Message, Menu::Edit, ""},
+    {"run_RcvMessageListDlg", Shape::MessageName, Menu::Edit, ""},
+    {"run_RcvMessageMulListDlg", Shape::MessageList, Menu::Edit, ""},
+    {"run_CopyFileDlg", Shape::CopyFile, Menu::None, ""},
+    {"run_ProgressDlg", Shape::Progress, Menu::None, ""},
 };
-// Launchers with other arguments, bound when present for hosts that call them from elsewhere.
-constexpr const char* kOtherLaunchers[] = {
-    "run_MessageListDlg", "run_RcvMessageDlg", "run_RcvMessageListDlg", "run_RcvMessageMulListDlg",
-    "run_CopyFileDlg", "run_XyzCoordEditDlg", "run_GeoCoordEditDlg", "run_AutoSeed_NewPointDlg",
-    "run_ProgressDlg", "run_UniversalModemPS", "run_UploadFirmwareDlg", "run_SetupPS", "run_ZedToolsPS",
-    "run_BackpackToolsPS", "run_CompassCalibrationDlg", "run_ChannelsListDlg", "run_CLTHelpDlg",
-    "run_CLTFLoaderDlg", "run_CLTCCFFLoaderDlg",
-};
+// Launchers whose arguments (a modem, a port being flashed) the host has no sample of: bound
+// when present, for hosts that call them from elsewhere.
+constexpr const char* kUncalledLaunchers[] = {"run_UniversalModemPS", "run_UploadFirmwareDlg"};
 
 QString DefaultLibraryPath() {
     // Beside the program in an installed tree, or in the build tree's fenklib folder.
@@ -49,12 +77,13 @@ bool CFenkBinding::Load(const QString& path) {
     if (!m_library.load()) return false;
     m_caption = reinterpret_cast<decltype(m_caption)>(BindOptional("FenkLauncherCaption"));
     m_probe = reinterpret_cast<ProbeFunction>(BindOptional("FenkProbeReceiver"));
-    for (std::size_t row = 0; row < std::size(kReceiverLaunchers); ++row) {
-        const ReceiverLauncherRow& r = kReceiverLaunchers[row];
+    for (std::size_t row = 0; row < std::size(kLaunchers); ++row) {
+        const LAUNCHER_ROW& r = kLaunchers[row];
         if (const auto f = Bind(r.name))
-            m_receiverLaunchers.push_back({r.name, reinterpret_cast<ReceiverLauncher>(f), CaptionOf(r.name, row), r.shortcut});
+            m_launchers.push_back({r.name, MakeInvoker(r.shape, f), CaptionOf(r.name, row), r.shortcut, r.menu,
+                                   TakesReceiver(r.shape)});
     }
-    for (const char* name : kOtherLaunchers) Bind(name);
+    for (const char* name : kUncalledLaunchers) Bind(name);
     m_preOpen = reinterpret_cast<decltype(m_preOpen)>(Bind("PreOpenPort"));
     m_postClose = reinterpret_cast<decltype(m_postClose)>(Bind("PostClosePort"));
     m_onExit = reinterpret_cast<decltype(m_onExit)>(Bind("OnExitApp"));

@@ -7,17 +7,22 @@
 #include "platform/basekit/CSmartPtr.h"
 #include "platform/devio/IPortAddr.h"
 #include "platform/devio/IReceiver.h"
+#include "tools/lyn-utility/LauncherShapes.h"
 
 // libfenk loaded at run time, its entry points bound by name. A name the library does not
 // export is reported and left out; it never stops the host.
 class CFenkBinding {
 public:
-    using ReceiverLauncher = int (*)(basekit::CSmartPtr<devio::IReceiver>, QWidget*);
+    // Where the utility's window offers a launcher: windows on the receiver in the Device menu,
+    // those that hold no receiver in Tools, editors of a value in Edit; None: the tour only.
+    enum class Menu { Device, Tools, Edit, None };
     struct Launcher {
         std::string name;
-        ReceiverLauncher run;
+        LauncherInvoker run;        // called as (receiver, parent) whatever the launcher's shape
         basekit::ustring caption;   // the window's own caption for the menu, never its class name
         const char* shortcut = "";  // a key sequence ("Ctrl+I"), or empty
+        Menu menu = Menu::Device;
+        bool takesReceiver = true;
     };
     // The receiver's identity as the library's probe read it.
     struct Identity {
@@ -34,7 +39,8 @@ public:
     QString ErrorText() const { return m_library.errorString(); }
     QString FileName() const { return m_library.fileName(); }
 
-    const std::vector<Launcher>& ReceiverLaunchers() const { return m_receiverLaunchers; }
+    // Every launcher the library exports, in the order of the host's launcher table.
+    const std::vector<Launcher>& Launchers() const { return m_launchers; }
     const std::vector<std::string>& Missing() const { return m_missing; }
     const std::vector<std::string>& Bound() const { return m_bound; }
 
@@ -47,7 +53,7 @@ private:
     QFunctionPointer BindOptional(const char* name);
     basekit::ustring CaptionOf(const char* name, std::size_t row) const;
     QLibrary m_library;
-    std::vector<Launcher> m_receiverLaunchers;
+    std::vector<Launcher> m_launchers;
     std::vector<std::string> m_missing;
     std::vector<std::string> m_bound;
     bool (*m_preOpen)(basekit::CSmartPtr<devio::IPortAddr>) = nullptr;

@@ -1,11 +1,16 @@
 #pragma once
 #include <QDir>
+#include <QPointer>
 #include <QTextStream>
+#include <set>
 
 #include "tools/lyn-utility/CConnection.h"
 
+class QDeadlineTimer;
+
 // Without a display: connect to the receiver, run every bound launcher offscreen, save a
-// screenshot of each window once its work is done, print what it shows, and count failures.
+// screenshot of each window (of each page of a property sheet) once its work is done, print
+// what it shows, and count failures. Windows that end by themselves are shot as they close.
 class CHeadlessTour {
 public:
     CHeadlessTour(CFenkBinding& library, CConnection& connection, QDir folder, QTextStream& out)
@@ -14,14 +19,29 @@ public:
     int Run(const basekit::ustring& url);
 
 private:
+    // What the visit of one launcher found so far.
+    struct VISIT {
+        std::string name;
+        QPointer<QWidget> window;   // the modal window being looked at
+        int windows = 0;            // windows seen, message boxes included
+        int page = 0;               // the sheet's page being shot
+        int failedSeen = 0;         // the window's failed readings already counted
+        int rows = 0, failed = 0, shots = 0;
+        std::set<const QWidget*> done;   // shot and asked to close
+    };
+
     void Visit(const CFenkBinding::Launcher& launcher);
-    void Capture(QWidget* window, const std::string& name);
+    void Step(const QDeadlineTimer& deadline);
+    void Capture(QWidget* window, QWidget* content, const QString& file);
+    void CaptureClosing(QWidget* window);
+    QString ShotName(int pages) const;
     void Print(const basekit::ustring& line);
 
     CFenkBinding& m_library;
     CConnection& m_connection;
     QDir m_folder;
     QTextStream& m_out;
+    VISIT m_visit;
     int m_failures = 0;
     int m_shown = 0;
 };

@@ -3,7 +3,9 @@
 #include <QAction>
 #include <QKeySequence>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
+#include <utility>
 #include <QStatusBar>
 #include <QTimer>
 
@@ -37,12 +39,16 @@ CMainWindow::CMainWindow(CFenkBinding& library, CConnection& connection) : m_lib
     m_wireLog->setChecked(!m_connection.WireLogPath().empty());
     connect(m_wireLog, &QAction::toggled, this, [this](bool on) { OnWireLog(on); });
     device->addSeparator();
-    for (const auto& launcher : m_library.ReceiverLaunchers()) {
-        QAction* action = device->addAction(launcher.caption.ToQString(), this, [this, launcher] { RunLauncher(launcher); });
-        if (*launcher.shortcut) action->setShortcut(QKeySequence(QString::fromLatin1(launcher.shortcut)));
-    }
-    device->addSeparator();
+    const int deviceWindows = AddLauncherEntries(device, CFenkBinding::Menu::Device);
+    if (deviceWindows > 0) device->addSeparator();
     device->addAction(HostText(HS_EXIT).ToQString(), QKeySequence::Quit, this, &QWidget::close);
+    // Editors of a value and the tools that hold no receiver, each in a menu of its own when the
+    // library has any.
+    for (const auto& [menu, title] : {std::pair{CFenkBinding::Menu::Edit, HS_MENU_EDIT}, std::pair{CFenkBinding::Menu::Tools, HS_MENU_TOOLS}}) {
+        QMenu* entries = new QMenu(HostText(title).ToQString(), this);
+        if (AddLauncherEntries(entries, menu) > 0) menuBar()->addMenu(entries);
+        else delete entries;
+    }
     m_status = new QLabel(this);
     m_health = new QLabel(this);
     statusBar()->addWidget(m_status, 1);
@@ -52,6 +58,21 @@ CMainWindow::CMainWindow(CFenkBinding& library, CConnection& connection) : m_lib
     m_timer->start(kTickMs);
     resize(640, 320);
     UpdateStatus();
+}
+
+int CMainWindow::AddLauncherEntries(QMenu* menu, CFenkBinding::Menu where) {
+    int added = 0;
+    for (const auto& launcher : m_library.Launchers()) {
+        if (launcher.menu != where) continue;
+        // Windows that hold no receiver open whether or not a link is up.
+        QAction* action = menu->addAction(launcher.caption.ToQString(), this, [this, launcher] {
+            if (launcher.takesReceiver) RunLauncher(launcher);
+            else launcher.run({}, this);
+        });
+        if (*launcher.shortcut) action->setShortcut(QKeySequence(QString::fromLatin1(launcher.shortcut)));
+        ++added;
+    }
+    return added;
 }
 
 bool CMainWindow::Connect(const ustring& url) {

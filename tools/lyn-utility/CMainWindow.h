@@ -6,10 +6,12 @@
 
 class QAction;
 class QLabel;
+class QMenu;
 class QTimer;
 
 // The utility's window: a Device menu with Connect, Reconnect, the wire log, one entry per bound
-// launcher (the window's own caption) and Exit; a status bar that says what answered, the
+// launcher on the receiver (the window's own caption) and Exit, an Edit menu of the value
+// editors and a Tools menu of the windows that hold no receiver; a status bar that says what answered, the
 // link's health, and when the link is lost, while it reconnects by itself with back-off.
 class CMainWindow : public QMainWindow {
 public:
@@ -24,6 +26,7 @@ public:
     QString StatusText() const;
 
 private:
+    int AddLauncherEntries(QMenu* menu, CFenkBinding::Menu where);
     void OnConnect();
     void OnReconnect();
     void OnWireLog(bool on);

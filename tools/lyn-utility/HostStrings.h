@@ -28,7 +28,6 @@ enum HostStringId : unsigned {
     HS_TOUR_DIALOG,
     HS_TOUR_ROW,
     HS_TOUR_SHOT,
-    HS_TOUR_RESULT,
     HS_TOUR_TIMEOUT,
     HS_TOUR_DONE,
     HS_TOUR_FAILED,
@@ -52,7 +51,13 @@ enum HostStringId : unsigned {
     HS_TOUR_READINGS_FAILED,
     HS_CANNOT_CONNECT,
     HS_STATUS_RECONNECTING_NOW,
-    HS_CAPTION_FIRST,   // launcher captions follow, in the order of CFenkBinding's launcher table
+    HS_MENU_TOOLS,
+    HS_MENU_EDIT,
+    HS_PROGRESS_SAMPLE,
+    HS_TOUR_PAGE,
+    HS_TOUR_WINDOW,
+    HS_TOUR_ITEM,
+    HS_CAPTION_FIRST = 100,   // launcher captions follow, in the order of CFenkBinding's launcher table
 };
 
 const basekit::CResourceInstance& HostStrings();
