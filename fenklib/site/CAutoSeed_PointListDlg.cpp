@@ -88,8 +88,13 @@ void CAutoSeed_PointListDlg::Reload() {
     RunJob([editor = m_editor](CJobContext& job) { return Read(job, editor); },
            [this](const JOB_RESULT<std::vector<POINT>>& r) {
                if (!r.Ok()) return;
+               // The point the user was working on stays selected across the re-read.
+               const POINT* before = Selected();
+               const int slot = before ? before->slot : -1;
                m_points = *r.value;
                ShowPoints();
+               const auto again = std::find_if(m_points.begin(), m_points.end(), [slot](const POINT& p) { return p.slot == slot; });
+               if (again != m_points.end()) Select(static_cast<int>(again - m_points.begin()));
            });
 }
 

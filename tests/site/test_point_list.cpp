@@ -44,13 +44,13 @@ TEST(PointList, ProtectButtonTogglesThePointsProtection) {
         int idles = 0;
         bool pressedBefore = true, pressedAfter = false, deleteAfter = true;
         const fenktest::CIdleTrigger idle(&dlg, [&] {
-            dlg.Select(c.row);
             if (idles++ == 0) {
+                dlg.Select(c.row);
                 pressedBefore = protect->isChecked();
                 protect->click();   // writes, then reads the list again
                 return;
             }
-            pressedAfter = protect->isChecked();
+            pressedAfter = protect->isChecked();   // the same point is still selected after the re-read
             deleteAfter = dlg.Controls().Item(IDC_DELETE)->isEnabled();
             dlg.EndDialog(1);
         });
