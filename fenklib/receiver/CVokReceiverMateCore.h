@@ -149,6 +149,8 @@ public:
     static ustring FormatSchedule(const vok::MSG& msg);
 
 private:
+    // Issues, waits and checks; the reply as received (bytes and text).
+    CCommandReply::Result Exchange(const ustring& command, unsigned timeoutMs, bool sendFlag, bool sendOption);
     basekit::WaitResult WaitForReply(const CCommandReply& reply, unsigned timeoutMs);
 
     CSmartPtr<IReceiver> m_receiver;
