@@ -1,7 +1,5 @@
-// The file copier streaming into a local file: the bytes go to "<target>.part" while the copy
-// runs and reach the target's name only whole; a cancel or a failing source leaves no part
-// and a target that was there before untouched. The source stops at a chosen piece until the
-// test lets it go, so the state in the middle of a copy is seen exactly.
+// The file copier streaming into "<target>.part", renamed only when whole; cancel or a refusal
+// leaves no part and an older target untouched. The source holds at half way until let go.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -18,7 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 
 enum class Then { Finish, Cancel, Refuse };
-
 class CGatedSource final : public basekit::CRefCounted<devio::IFileBlockReader> {
 public:
     CGatedSource(std::uint64_t size, std::uint64_t holdAt) : m_size(size), m_holdAt(holdAt) {}
@@ -39,7 +36,6 @@ public:
         for (std::uint64_t i = 0; i < length; ++i) out[i] = static_cast<char>((offset + i) * 131 % 251);
         return out;
     }
-
     basekit::CEvent reached{basekit::CEvent::Mode::Manual};
     basekit::CEvent go{basekit::CEvent::Mode::Manual};
     bool refuse = false;
@@ -51,16 +47,10 @@ private:
 
 std::string ReadAll(const fs::path& p) {
     std::ifstream in(p, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
+    return fs::exists(p) ? std::string(std::istreambuf_iterator<char>(in), {}) : "";
 }
-
 TEST(FileCopier, StreamsThroughAPartFile) {
-    struct Row {
-        const char* legend;
-        Then then;
-        bool targetBefore;   // a file of that name is there already
-        unsigned error;
-    };
+    struct Row { const char* legend; Then then; bool targetBefore; unsigned error; };
     const Row rows[] = {
         {"a whole copy replaces the old file", Then::Finish, true, 0},
         {"cancel in the middle leaves nothing", Then::Cancel, false, basekit::kErrorCancelled},
@@ -79,14 +69,14 @@ TEST(FileCopier, StreamsThroughAPartFile) {
         copier->Start(basekit::ustring(L"/log/x"), basekit::ustring::FromUtf8(target.string()));
         ASSERT_EQ(source->reached.Wait(60000).kind, basekit::WaitResult::Signalled) << row.legend;
         EXPECT_TRUE(fs::exists(dir / "copy.jps.part")) << row.legend;
-        EXPECT_EQ(fs::exists(target) ? ReadAll(target) : "", row.targetBefore ? "old" : "") << row.legend;
+        EXPECT_EQ(ReadAll(target), row.targetBefore ? "old" : "") << row.legend;
         if (row.then == Then::Cancel) copier->Cancel();
         source->go.Set();
         ASSERT_EQ(copier->DoneEvent().Wait(60000).kind, basekit::WaitResult::Signalled) << row.legend;
         EXPECT_EQ(copier->Error(), row.error) << row.legend;
         EXPECT_FALSE(fs::exists(dir / "copy.jps.part")) << row.legend;
         const std::string expected = row.then == Then::Finish ? CGatedSource::Bytes(0, kSize) : row.targetBefore ? "old" : "";
-        EXPECT_EQ(fs::exists(target) ? ReadAll(target) : "", expected) << row.legend;
+        EXPECT_EQ(ReadAll(target), expected) << row.legend;
     }
     fs::remove_all(dir);
 }

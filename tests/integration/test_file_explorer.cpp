@@ -216,12 +216,7 @@ TEST(FileExplorer, FileSystemInformationFollowsTheFiles) {
 TEST(FileExplorer, LogsPageWritesTheStoredSite) {
     QTemporaryDir store;
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
-    struct Row {
-        const char* legend;
-        SiteParameters site;
-        bool written;
-        const char* lastEvent;   // the last event found in the log
-    };
+    struct Row { const char* legend; SiteParameters site; bool written; const char* lastEvent; };
     const Row rows[] = {
         {"all five", SiteParameters{L"HILL", L"tripod", L"FNK-GA3", 1.5f, true, false}, true, "_ANT=FNK-GA3"},
         {"a line break in the description is refused", SiteParameters{L"P1", L"two\nlines", L"X", 0, false, false}, false,

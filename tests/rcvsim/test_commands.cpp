@@ -202,11 +202,7 @@ TEST(LogFiles, ForcedAndScheduledRotationCountAndKeepOnlyTheConfiguredFiles) {
 // The clock starts at 10:00:00 UTC; rotations fall on the multiples of the period after the
 // phase, however the clock steps.
 TEST(LogFiles, RotationFollowsPeriodAndPhase) {
-    struct Row {
-        const char* legend;
-        int period, phase, seconds, step;
-        const char* count;
-    };
+    struct Row { const char* legend; int period, phase, seconds, step; const char* count; };
     const Row rows[] = {
         {"a second before the phase", 600, 120, 119, 1, "0"},
         {"at the phase", 600, 120, 120, 1, "1"},
