@@ -1,5 +1,4 @@
 #include <cerrno>
-#include <chrono>
 #include <cstdio>
 #include <fstream>
 #include <mutex>
@@ -12,11 +11,7 @@ namespace devio {
 
 namespace {
 
-// Pieces start small and double while they come back quickly, up to a megabyte: a fast link
-// then pays for few round trips, while a serial line keeps pieces of a few seconds, so progress
-// moves and the user's cancel is never far from a piece's end.
-constexpr std::uint64_t kFirstPieceBytes = 32 * 1024, kLargestPieceBytes = 1024 * 1024;
-constexpr std::chrono::milliseconds kQuickPiece{100}, kSlowPiece{2000};
+constexpr std::uint64_t kPieceBytes = 32 * 1024;
 constexpr unsigned kRefused = basekit::kErrorInvalidData;   // the receiver answered with an error reply
 
 // "<target>.part" beside the target, written block by block and renamed to the target only by
@@ -134,15 +129,11 @@ private:
     // Hands each block on as it arrives, so that only one block is ever held.
     template <class Sink>
     void Copy(const ustring& path, std::uint64_t total, Sink&& sink) {
-        std::uint64_t done = 0, pieceBytes = kFirstPieceBytes;
+        std::uint64_t done = 0;
         while (done < total) {
             if (m_cancel.IsSet()) throw basekit::CWinException("FileCopier", __LINE__, path, basekit::kErrorCancelled);
-            const std::uint64_t piece = std::min(pieceBytes, total - done);
-            const auto start = std::chrono::steady_clock::now();
+            const std::uint64_t piece = std::min(kPieceBytes, total - done);
             const std::string got = m_source->ReadBlock(path, done, piece, m_cancel);
-            const auto took = std::chrono::steady_clock::now() - start;
-            if (took < kQuickPiece && piece == pieceBytes) pieceBytes = std::min(pieceBytes * 2, kLargestPieceBytes);
-            else if (took > kSlowPiece) pieceBytes = std::max(pieceBytes / 2, kFirstPieceBytes);
             if (got.empty()) break;   // the file shrank while being read
             sink(got);
             done += got.size();
