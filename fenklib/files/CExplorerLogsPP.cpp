@@ -7,7 +7,9 @@
 #include <QPushButton>
 
 #include "fenklib/frame/CLayoutFactory.h"
+#include "fenklib/frame/CFenkGlobalSettings.h"
 #include "fenklib/frame/LibraryHelpers.h"
+#include "fenklib/frame/SiteEvents.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
@@ -32,6 +34,7 @@ constexpr DLG_ITEM kNormalItems[] = {
     {P::IDC_IMP_SECOND, CtlKind::CheckBox, IDS_LOG_IMP_SECOND, 7, 101, 196, 12, uikit::kAnchorTopWide},
     {P::IDC_START, CtlKind::Button, IDS_START_LOGGING, 7, 122, 80, 16, uikit::kAnchorBottomLeft},
     {P::IDC_STOP, CtlKind::Button, IDS_STOP_LOGGING, 123, 122, 80, 16, uikit::kAnchorBottomRight},
+    {P::IDC_SITE_EVENTS, CtlKind::Button, IDS_WRITE_SITE_EVENTS, 7, 142, 196, 16, uikit::kAnchorBottomWide},
 };
 constexpr DLG_ITEM kWideItems[] = {
     {IDC_LABEL, CtlKind::Static, IDS_CURRENT_FILE_A, 7, 7, 100, 9},
@@ -43,9 +46,10 @@ constexpr DLG_ITEM kWideItems[] = {
     {P::IDC_IMP_FIRST, CtlKind::CheckBox, IDS_LOG_IMP_FIRST, 7, 54, 140, 12},
     {P::IDC_IMP_SECOND, CtlKind::CheckBox, IDS_LOG_IMP_SECOND, 150, 54, 153, 12, uikit::kAnchorTopWide},
     {P::IDC_START, CtlKind::Button, IDS_START_LOGGING, 7, 74, 80, 16, uikit::kAnchorBottomLeft},
+    {P::IDC_SITE_EVENTS, CtlKind::Button, IDS_WRITE_SITE_EVENTS, 93, 74, 124, 16, uikit::kAnchorBottomCentre},
     {P::IDC_STOP, CtlKind::Button, IDS_STOP_LOGGING, 223, 74, 80, 16, uikit::kAnchorBottomRight},
 };
-constexpr DLG_TEMPLATE kNormal{IDD_EXPLORER_LOGS, 210, 146, kNormalItems};
+constexpr DLG_TEMPLATE kNormal{IDD_EXPLORER_LOGS, 210, 166, kNormalItems};
 constexpr DLG_TEMPLATE kWide{IDD_EXPLORER_LOGS_WIDE, 310, 96, kWideItems};
 
 constexpr double kPeriodMin = 0.05, kPeriodMax = 86400;
@@ -63,6 +67,7 @@ CExplorerLogsPP::CExplorerLogsPP(basekit::CSmartPtr<devio::IReceiver> receiver)
       m_controls(CLayoutFactory::Build(this, kNormal, &kWide)) {
     connect(m_controls.Get<QPushButton>(IDC_START), &QPushButton::clicked, this, [this] { OnStartLogging(); });
     connect(m_controls.Get<QPushButton>(IDC_STOP), &QPushButton::clicked, this, [this] { OnStopLogging(); });
+    connect(m_controls.Get<QPushButton>(IDC_SITE_EVENTS), &QPushButton::clicked, this, [this] { OnWriteSiteEvents(); });
     connect(m_controls.Get<QLineEdit>(IDC_PERIOD), &QLineEdit::textEdited, this, [this] { SetModified(); });
     for (const unsigned id : {IDC_IMP_FIRST, IDC_IMP_SECOND})
         connect(m_controls.Get<QCheckBox>(id), &QCheckBox::clicked, this, [this] { SetModified(); });
@@ -131,4 +136,11 @@ void CExplorerLogsPP::OnStartLogging() {
 void CExplorerLogsPP::OnStopLogging() {
     WithReceiver([](devio::CVokReceiverMate& mate) { mate.SetCurrentFile(L'a', L""); });
     ReadReceiver();
+}
+
+// The site the settings hold, so that the file being recorded says where it was recorded; a
+// refused event ends the sequence with its error box (WithReceiver), the ones before it stay.
+bool CExplorerLogsPP::OnWriteSiteEvents() {
+    const SiteParameters site = CFenkGlobalSettings::Ref().GetSiteParameters();
+    return WithReceiver([&](devio::CVokReceiverMate& mate) { WriteSiteEvents(mate, site); });
 }

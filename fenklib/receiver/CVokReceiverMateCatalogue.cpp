@@ -177,15 +177,12 @@ std::uint64_t CVokReceiverMateCore::GetFileSize(const ustring& path) {
     return std::wcstoull(ExecuteCommand(ustring::Format(L"print,\"%s\"&size", path), true).c_str(), nullptr, 10);
 }
 
-// The block comes as binary: one character per byte.
+// The block comes as binary; its bytes are taken as received, not through the reply's text.
 std::string CVokReceiverMateCore::ReadFileBlock(const ustring& path, std::uint64_t offset, std::uint64_t length) {
     CheckCommandArgument(path, true);
     const ustring command = ustring::Format(L"print,\"%s\"&content:{%llu,%llu}", path, static_cast<unsigned long long>(offset),
                                             static_cast<unsigned long long>(length));
-    const ustring reply = ExecuteCommand(command, false, GetCommandTimeout(static_cast<unsigned>(length)), true, true);
-    std::string bytes(reply.size(), '\0');
-    for (size_t i = 0; i < reply.size(); ++i) bytes[i] = static_cast<char>(reply[i] & 0xFF);
-    return bytes;
+    return Exchange(command, GetCommandTimeout(static_cast<unsigned>(length)), true, true).payload;
 }
 
 ustring CVokReceiverMateCore::FormatW84(const vok::POS_GEO& pos) {

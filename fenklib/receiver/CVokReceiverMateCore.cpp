@@ -61,6 +61,12 @@ unsigned CVokReceiverMateCore::GetCommandTimeout(unsigned bytes) const {
 
 ustring CVokReceiverMateCore::ExecuteCommand(const ustring& command, bool trimReply, unsigned timeoutMs,
                                              bool sendFlag, bool sendOption) {
+    CCommandReply::Result result = Exchange(command, timeoutMs, sendFlag, sendOption);
+    if (trimReply) result.text.Trim();
+    return std::move(result.text);
+}
+
+CCommandReply::Result CVokReceiverMateCore::Exchange(const ustring& command, unsigned timeoutMs, bool sendFlag, bool sendOption) {
     CheckCommandLine(command);
     if (timeoutMs == 0) timeoutMs = GetCommandTimeout(kDefaultReplyBytes);
     const CSmartPtr<CCommandReply> reply(new CCommandReply());
@@ -76,8 +82,7 @@ ustring CVokReceiverMateCore::ExecuteCommand(const ustring& command, bool trimRe
         CCommandReply::Result result = reply->Take();
         if (result.linkError != 0) throw CWinException(kSource, __LINE__, command, result.linkError);
         if (result.status < 0) throw basekit::CCommException(kSource, __LINE__, command, result.text, L"Receiver");
-        if (trimReply) result.text.Trim();
-        return std::move(result.text);
+        return result;
     }
     channel->Cancel(id);
     if (wait.kind == WaitResult::Signalled) throw CWinException(kSource, __LINE__, command, basekit::kErrorCancelled);

@@ -163,6 +163,8 @@ private:
         CVokReceiverMateCore& m_mate;
     };
 
+    // Issues, waits and checks; the reply as received (bytes and text).
+    CCommandReply::Result Exchange(const ustring& command, unsigned timeoutMs, bool sendFlag, bool sendOption);
     basekit::WaitResult WaitForReply(const CCommandReply& reply, unsigned timeoutMs);
 
     CSmartPtr<IReceiver> m_receiver;

@@ -334,6 +334,7 @@ enum FenkStringId : unsigned {
     IDS_KW_OFF = 5752,
     IDS_KW_STATIC = 5753,
     IDS_KW_DYNAMIC = 5754,
+    IDS_WRITE_SITE_EVENTS = 5790,
     // Site and coordinates
     IDS_ENTER_NO_MORE_CHARS = 5800,            // "Enter no more than %d characters."
     IDS_ENTER_A_NUMBER = 5801,

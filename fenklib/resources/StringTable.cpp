@@ -334,6 +334,7 @@ constexpr std::array kTable = Sorted(std::to_array<FenkStringEntry>({
     {IDS_KW_OFF, L"Off"},
     {IDS_KW_STATIC, L"Static"},
     {IDS_KW_DYNAMIC, L"Dynamic"},
+    {IDS_WRITE_SITE_EVENTS, L"Write Site Events"},
     {IDS_ENTER_NO_MORE_CHARS, L"Enter no more than %d characters."},
     {IDS_ENTER_A_NUMBER, L"Please enter a number."},
     {IDS_VALUE_BETWEEN, L"Enter a value between %s and %s."},

@@ -13,7 +13,7 @@
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
-#include "fenklib/site/SiteEvents.h"
+#include "fenklib/frame/SiteEvents.h"
 #include "platform/uikit/WideScreen.h"
 
 using basekit::ustring;

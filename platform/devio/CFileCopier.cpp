@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <cstdio>
 #include <fstream>
 #include <mutex>
@@ -12,6 +13,43 @@ namespace {
 
 constexpr std::uint64_t kPieceBytes = 32 * 1024;
 constexpr unsigned kRefused = basekit::kErrorInvalidData;   // the receiver answered with an error reply
+
+// "<target>.part" beside the target, written block by block and renamed to the target only by
+// Commit(); destroyed without it (cancel, failure) it removes itself, so no half file remains
+// under either name and a target that existed before is left as it was.
+class CPartFile {
+public:
+    explicit CPartFile(const ustring& target)
+        : m_name(target), m_target(target.ToUtf8()), m_partial(m_target + ".part"),
+          m_out(m_partial, std::ios::binary | std::ios::trunc) {
+        if (!m_out) throw basekit::CWinException("FileCopier", __LINE__, m_name, basekit::SystemErrorFromErrno(errno));
+    }
+    CPartFile(const CPartFile&) = delete;
+    CPartFile& operator=(const CPartFile&) = delete;
+    ~CPartFile() {
+        if (m_committed) return;
+        m_out.close();
+        std::remove(m_partial.c_str());
+    }
+
+    void Write(const std::string& block) {
+        m_out.write(block.data(), static_cast<std::streamsize>(block.size()));
+        if (!m_out) throw basekit::CWinException("FileCopier", __LINE__, m_name, basekit::kErrorIoDevice);
+    }
+    void Commit() {
+        m_out.close();
+        if (!m_out) throw basekit::CWinException("FileCopier", __LINE__, m_name, basekit::kErrorIoDevice);
+        if (std::rename(m_partial.c_str(), m_target.c_str()) != 0)
+            throw basekit::CWinException("FileCopier", __LINE__, m_name, basekit::SystemErrorFromErrno(errno));
+        m_committed = true;
+    }
+
+private:
+    ustring m_name;
+    std::string m_target, m_partial;
+    std::ofstream m_out;
+    bool m_committed = false;
+};
 
 class CFileCopier final : public basekit::CRefCounted<IFileCopier> {
 public:
@@ -67,16 +105,17 @@ private:
                 const std::lock_guard lock(m_mutex);
                 m_progress.total = total;
             }
-            std::string bytes;
-            bytes.reserve(total);
-            while (bytes.size() < total) {
-                const std::uint64_t piece = std::min(kPieceBytes, total - bytes.size());
-                const std::string got = m_source->ReadBlock(path, bytes.size(), piece, m_cancel);
-                if (got.empty()) break;   // the file shrank while being read
-                bytes += got;
-                Report(bytes.size());
+            if (localPath.empty()) {
+                std::string bytes;
+                bytes.reserve(total);
+                Copy(path, total, [&](const std::string& block) { bytes += block; });
+                const std::lock_guard lock(m_mutex);
+                m_data = std::move(bytes);
+            } else {
+                CPartFile part(localPath);
+                Copy(path, total, [&](const std::string& block) { part.Write(block); });
+                part.Commit();
             }
-            Finish(bytes, localPath);
         } catch (const basekit::CWinException& e) {
             Fail(e.Code(), e.GetMessage());
         } catch (const basekit::CStdException& e) {
@@ -87,6 +126,21 @@ private:
         m_done.Set();
     }
 
+    // Hands each block on as it arrives, so that only one block is ever held.
+    template <class Sink>
+    void Copy(const ustring& path, std::uint64_t total, Sink&& sink) {
+        std::uint64_t done = 0;
+        while (done < total) {
+            if (m_cancel.IsSet()) throw basekit::CWinException("FileCopier", __LINE__, path, basekit::kErrorCancelled);
+            const std::uint64_t piece = std::min(kPieceBytes, total - done);
+            const std::string got = m_source->ReadBlock(path, done, piece, m_cancel);
+            if (got.empty()) break;   // the file shrank while being read
+            sink(got);
+            done += got.size();
+            Report(done);
+        }
+    }
+
     void Report(std::uint64_t done) {
         CSmartPtr<INotice> notice;
         {
@@ -95,23 +149,6 @@ private:
             notice = m_notice;
         }
         if (notice) notice->Signal();
-    }
-
-    void Finish(std::string& bytes, const ustring& localPath) {
-        if (!localPath.empty()) {
-            const std::string target = localPath.ToUtf8();
-            const std::string partial = target + ".part";
-            {
-                std::ofstream out(partial, std::ios::binary | std::ios::trunc);
-                out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-                if (!out) throw basekit::CWinException("FileCopier", __LINE__, localPath, basekit::kErrorIoDevice);
-            }
-            if (std::rename(partial.c_str(), target.c_str()) != 0)
-                throw basekit::CWinException("FileCopier", __LINE__, localPath, basekit::SystemErrorFromErrno(errno));
-            return;
-        }
-        const std::lock_guard lock(m_mutex);
-        m_data = std::move(bytes);
     }
 
     void Fail(unsigned code, const ustring& text) {

@@ -24,7 +24,9 @@ protected:
 };
 
 // Copies one receiver file into memory or into a local file, on a thread of its own, in pieces
-// so that a large file shows progress and can be cancelled between pieces.
+// so that a large file shows progress and can be cancelled between pieces. A local file is
+// written piece by piece into "<target>.part" and takes the target's name only when whole; a
+// cancel or a failure removes the part, so memory holds one piece whatever the file's size.
 struct IFileCopier : basekit::IRefCounted {
     static CSmartPtr<IFileCopier> CreateInstance(const CSmartPtr<IFileBlockReader>& source);
 

@@ -9,6 +9,7 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QLineEdit>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QTreeWidget>
@@ -19,6 +20,7 @@
 #include "fenklib/files/CFileSystemInfoDlg.h"
 #include "fenklib/files/CProgressDlg.h"
 #include "fenklib/files/CReceiverFileExplorerPS.h"
+#include "fenklib/frame/CFenkGlobalSettings.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "platform/uikit/CFileDialogResponder.h"
 #include "platform/uikit/CMessageBoxResponder.h"
@@ -207,6 +209,39 @@ TEST(FileExplorer, FileSystemInformationFollowsTheFiles) {
     ASSERT_EQ(info.RowCount(), 10);
     EXPECT_GT(info.UsedPerMille(), 0) << "ten megabytes of logs use space";
     EXPECT_EQ(info.RowValue(3), ustring::FromQString(QLocale().toString(262144))) << "blocks";
+}
+
+// The Logs page writes the stored site into the current log; a refused event stops the rest and
+// shows one error box, the events before it stay in the log.
+TEST(FileExplorer, LogsPageWritesTheStoredSite) {
+    QTemporaryDir store;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+    struct Row { const char* legend; SiteParameters site; bool written; const char* lastEvent; };
+    const Row rows[] = {
+        {"all five", SiteParameters{L"HILL", L"tripod", L"FNK-GA3", 1.5f, true, false}, true, "_ANT=FNK-GA3"},
+        {"a line break in the description is refused", SiteParameters{L"P1", L"two\nlines", L"X", 0, false, false}, false,
+         "_SIT=P1"},
+    };
+    for (const Row& row : rows) {
+        SimLink link;
+        CFenkGlobalSettings::Ref().SetSiteParameters(row.site);
+        const uikit::CMessageBoxResponder boxes;
+        CReceiverFileExplorerPS sheet(link.Receiver(), nullptr);
+        bool written = !row.written;
+        QTimer::singleShot(0, &sheet, [&] {
+            ASSERT_TRUE(sheet.SetActivePage(1));
+            written = sheet.LogsPage().OnWriteSiteEvents();
+            sheet.EndDialog(1);
+        });
+        sheet.DoModal();
+        EXPECT_EQ(written, row.written) << row.legend;
+        EXPECT_EQ(boxes.Requests().size(), row.written ? 0u : 1u) << row.legend;
+        devio::CVokReceiverMate mate(link.Receiver());
+        const std::string log = ReceiverBytes(link, mate.GetCurrentFile(L'a'));
+        const size_t last = log.rfind("EVT ");
+        ASSERT_NE(last, std::string::npos) << row.legend;
+        EXPECT_NE(log.find(std::string(" ") + row.lastEvent + "\n", last), std::string::npos) << row.legend;
+    }
 }
 
 TEST(FileExplorer, ProgressRunEndsWithItsWork) {

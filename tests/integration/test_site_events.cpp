@@ -12,7 +12,7 @@
 #include "fenklib/receiver/CReceiverFileReader.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "fenklib/site/CSiteConfigurationDlg.h"
-#include "fenklib/site/SiteEvents.h"
+#include "fenklib/frame/SiteEvents.h"
 
 using basekit::ustring;
 using fenktest::SimLink;

@@ -2,7 +2,12 @@
 // joining, restarts, files and events.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <numeric>
+#include <vector>
+
 #include "RcvSimTestUtil.h"
+#include "tools/rcvsim/CommandLine.h"
 #include "tools/rcvsim/CoordText.h"
 
 namespace rcvsim::test {
@@ -189,9 +194,58 @@ TEST(LogFiles, ForcedAndScheduledRotationCountAndKeepOnlyTheConfiguredFiles) {
         sim.clock->Advance(1.0);
         sim.rx.Poll();
     }
-    EXPECT_GE(std::stoi(sim.Print("log/rot/count")), 10);
+    EXPECT_EQ(sim.Print("log/rot/count"), "11") << "one a minute on top of the forced one";
     const std::string listing = sim.Print("/log/&name");
     EXPECT_EQ(std::count(listing.begin(), listing.end(), ','), 1) << listing;
+}
+
+// The clock starts at 10:00:00 UTC; rotations fall on the multiples of the period after the
+// phase, however the clock steps.
+TEST(LogFiles, RotationFollowsPeriodAndPhase) {
+    struct Row { const char* legend; int period, phase, seconds, step; const char* count; };
+    const Row rows[] = {
+        {"a second before the phase", 600, 120, 119, 1, "0"},
+        {"at the phase", 600, 120, 120, 1, "1"},
+        {"10:02, 10:12 and 10:22", 600, 120, 1320, 1, "3"},
+        {"a clock that jumps gets a file per boundary", 600, 120, 1320, 1320, "3"},
+        {"a jump of a day catches up at most 64", 60, 0, 86400, 86400, "64"},
+    };
+    for (const Row& row : rows) {
+        SimReceiver sim;
+        ASSERT_EQ(sim.Run("set,log/rot/sc/period," + std::to_string(row.period) + ";set,log/rot/sc/phase," +
+                          std::to_string(row.phase) + ";set,log/rot/mode,on").status, 0);
+        sim.rx.Poll();
+        for (int t = 0; t < row.seconds; t += row.step) {
+            sim.clock->Advance(row.step);
+            sim.rx.Poll();
+        }
+        EXPECT_EQ(sim.Print("log/rot/count"), row.count) << row.legend;
+    }
+}
+
+// A season's folder: dozens of files, some hundreds of megabytes, whose bytes are made when
+// read: the same piece twice, pieces that join, and the medium's free space counts them.
+TEST(LogFiles, FullFolderServesLargeFilesByPiece) {
+    SimOptions options;
+    options.fullLogFolder = true;
+    SimReceiver sim(options);
+    const std::string sizes = sim.Print("/log/&size");
+    std::vector<long long> each;
+    for (const auto& v : CommandLine::SplitTopLevel(CommandLine::StripBraces(sizes), ',')) each.push_back(std::stoll(v));
+    EXPECT_GE(each.size(), 24u);
+    const long long largest = *std::max_element(each.begin(), each.end());
+    EXPECT_GE(largest, 300ll << 20);
+    const std::string names = sim.Print("/log/&name");
+    const auto all = CommandLine::SplitTopLevel(CommandLine::StripBraces(names), ',');
+    const std::string big = "\"/log/" + all[std::max_element(each.begin(), each.end()) - each.begin()] + "\"&content:";
+    const std::string at = std::to_string(largest - 100000);
+    const std::string piece = sim.Print(big + "{" + at + ",65536}");
+    EXPECT_EQ(piece.size(), 65536u);
+    EXPECT_EQ(sim.Print(big + "{" + at + ",65536}"), piece);
+    EXPECT_EQ(sim.Print(big + "{" + at + ",13}") + sim.Print(big + "{" + std::to_string(largest - 100000 + 13) + ",65523}"), piece);
+    EXPECT_EQ(sim.Print(big + "{" + std::to_string(largest - 10) + ",65536}").size(), 10u) << "the end of the file";
+    const long long total = std::accumulate(each.begin(), each.end(), 0ll);
+    EXPECT_LE(std::stoll(sim.Print("dev/blk/a/free")), std::stoll(sim.Print("dev/blk/a/size")) - total);
 }
 
 TEST(StoredPoints, AddCopiesTheCurrentPointAndProtectedOnesStay) {

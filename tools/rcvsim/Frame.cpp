@@ -1,14 +1,23 @@
 #include "tools/rcvsim/Frame.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace rcvsim {
 
+// Reduced once per 4096 bytes (the sums stay below 2^32 up to 5802): file pieces of megabytes
+// went at a fifth of the link's speed with a division per byte.
 std::uint16_t Frame::Fletcher16(std::string_view bytes) {
-    unsigned sum1 = 0, sum2 = 0;
-    for (const unsigned char c : bytes) {
-        sum1 = (sum1 + c) % 255;
-        sum2 = (sum2 + sum1) % 255;
+    constexpr std::size_t kBlock = 4096;
+    std::uint32_t sum1 = 0, sum2 = 0;
+    for (std::size_t at = 0; at < bytes.size(); at += kBlock) {
+        const std::size_t end = std::min(bytes.size(), at + kBlock);
+        for (std::size_t i = at; i < end; ++i) {
+            sum1 += static_cast<unsigned char>(bytes[i]);
+            sum2 += sum1;
+        }
+        sum1 %= 255;
+        sum2 %= 255;
     }
     return static_cast<std::uint16_t>((sum2 << 8) | sum1);
 }

@@ -144,6 +144,7 @@ void Receiver::SeedFiles(double now) {
         {"/com/a/profile/base", "channel=3\npower=2\nprotocol=transparent\n"},
     };
     for (const auto& s : kDriver) files_.Put(s.path, s.content, now - 86400 * 30);
+    if (options_.fullLogFolder) SeedLogFolder(now - 2 * 86400);
     SeedOldLogs(now - 2 * 86400);
     // Yesterday's log and today's, filled with what the receiver recorded then.
     const double yesterday = now - 86400;
@@ -216,21 +217,42 @@ void Receiver::RefreshDerived() {
     }
 }
 
+// Sizes and times only: the bytes are generated from each file's name when read.
 void Receiver::SeedOldLogs(double before) {
     const auto& sizes = options_.seededLogs;
-    std::uint64_t state = 0x9E3779B97F4A7C15ull ^ options_.seed;
     for (std::size_t i = 0; i < sizes.size(); ++i) {
         const double when = before - 3600.0 * static_cast<double>(sizes.size() - i);
-        std::string content(sizes[i], '\0');
-        // xorshift64: cheap enough for hundreds of megabytes, and every byte value occurs.
-        for (std::size_t at = 0; at < content.size(); at += 8) {
-            state ^= state << 13;
-            state ^= state >> 7;
-            state ^= state << 17;
-            for (std::size_t b = 0; b < 8 && at + b < content.size(); ++b)
-                content[at + b] = static_cast<char>(state >> (8 * b));
+        files_.PutGenerated("/log/" + NewLogName(when), sizes[i], when, when);
+    }
+}
+
+// A season of field work: a session or two on most of the last six weeks, from a few hundred
+// kilobytes to a dozen megabytes, and three all-day static sessions of 90 to 300 MB. Starts
+// and lengths vary with the seed; a file's last change is its start plus what 20 Hz raw data
+// (about 4 KB/s) takes to fill it.
+void Receiver::SeedLogFolder(double before) {
+    constexpr int kDays = 42;
+    constexpr double kBytesPerSecond = 4000.0;
+    constexpr std::uint64_t kLarge[] = {300ull << 20, 150ull << 20, 90ull << 20};
+    std::uint64_t state = 0x2545F4914F6CDD1Dull ^ options_.seed;
+    const auto next = [&state] {
+        state ^= state << 13;
+        state ^= state >> 7;
+        state ^= state << 17;
+        return state;
+    };
+    const double midnight = std::floor(before / 86400.0) * 86400.0;
+    for (int day = kDays; day > 0; --day) {
+        const std::uint64_t roll = next();
+        if (roll % 7 == 0) continue;   // a day off
+        const int sessions = 1 + static_cast<int>(roll / 7 % 3 == 0);
+        for (int s = 0; s < sessions; ++s) {
+            const double start = midnight - 86400.0 * day + 6 * 3600 + s * 5 * 3600 + static_cast<double>(next() % 3600);
+            const bool large = day % 14 == 0 && s == 0;
+            const std::uint64_t size = large ? kLarge[(day / 14 - 1) % 3] : (200u << 10) + next() % (12u << 20);
+            const double end = start + static_cast<double>(size) / kBytesPerSecond;
+            files_.PutGenerated("/log/" + NewLogName(start), size, start, end);
         }
-        files_.Put("/log/" + NewLogName(when), std::move(content), when);
     }
 }
 

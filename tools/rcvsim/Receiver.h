@@ -105,6 +105,8 @@ private:
     void SeedOldLogs(double before);
     std::string NewLogName(double now) const;
     void Rotate(double now);
+    void RotateOnSchedule(double now);
+    void SeedLogFolder(double before);
     void AdvanceLogging(double now);
     Fix MakeFix(double now) const;
     std::string MessageBytes(const std::string& name, const Fix& fix, double now) const;

@@ -1,5 +1,6 @@
 // What the receiver sends on its own: scheduled messages ("em"/"dm"), events, and the log
 // files it records.
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 
@@ -191,33 +192,55 @@ Fix Receiver::MakeFix(double now) const {
 }
 
 void Receiver::AdvanceLogging(double now) {
-    if (Value("log/rot/mode") == "on") {
-        Schedule rotation{std::atof(Value("log/rot/sc/period").c_str()),
-                          std::atof(Value("log/rot/sc/phase").c_str()), 0, 0};
-        if (nextRotationAt_ == 0) nextRotationAt_ = OutputSchedule::NextAt(rotation, now + 1e-3);
-        if (now >= nextRotationAt_) {
-            Rotate(now);
-            nextRotationAt_ = OutputSchedule::NextAt(rotation, now + 1e-3);
-        }
+    if (Value("log/rot/mode") == "on") RotateOnSchedule(now);
+    for (const char* channel : {"cur/file/a", "cur/file/b"}) {
+        const std::string current = Value(channel);
+        if (current.empty() || Value("dev/blk/a/removed") == "on" || now < nextLogAt_) continue;
+        files_.Append(current, Nmea::Gga(MakeFix(now)), now);
     }
-    const std::string current = Value("cur/file/a");
-    if (current.empty() || Value("dev/blk/a/removed") == "on" || now < nextLogAt_) return;
-    files_.Append(current, Nmea::Gga(MakeFix(now)), now);
+    if (now < nextLogAt_) return;
     const double period = std::max(0.05, std::atof(Value("log/sc/period").c_str()));
     nextLogAt_ = now + period;
     RefreshDerived();
 }
 
+// A new file at every multiple of the period after the phase (UTC seconds), stamped with that
+// boundary's time as the receiver would have made it; a clock that jumped over several
+// boundaries gets a file for each, up to kMaxCatchUp, then the schedule starts again from now.
+void Receiver::RotateOnSchedule(double now) {
+    constexpr int kMaxCatchUp = 64;
+    const Schedule rotation{std::atof(Value("log/rot/sc/period").c_str()),
+                            std::atof(Value("log/rot/sc/phase").c_str()), 0, 0};
+    if (rotation.period <= 0) return;
+    if (nextRotationAt_ == 0) nextRotationAt_ = OutputSchedule::NextAt(rotation, now + 1e-3);
+    for (int i = 0; i < kMaxCatchUp && now >= nextRotationAt_; ++i) {
+        Rotate(nextRotationAt_);
+        nextRotationAt_ += rotation.period;
+    }
+    if (now >= nextRotationAt_) nextRotationAt_ = OutputSchedule::NextAt(rotation, now + 1e-3);
+}
+
+// Each channel that is logging moves on to a new file; the running count goes up by one
+// (it is kept until the receiver's parameters are reset); with "rmold" on only the newest
+// "sc/count" files stay, never a file being logged.
 void Receiver::Rotate(double now) {
-    const std::string name = "/log/" + NewLogName(now);
-    files_.Create(name, now);
-    AssignDerived("cur/file/a", name);
+    std::vector<std::string> current;
+    for (const char* channel : {"cur/file/a", "cur/file/b"}) {
+        if (Value(channel).empty() && std::string_view(channel) == "cur/file/b") continue;
+        const std::string name = "/log/" + NewLogName(now);
+        files_.Create(name, now);
+        AssignDerived(channel, name);
+        current.push_back(name);
+    }
     AssignDerived("log/rot/count", std::to_string(std::atol(Value("log/rot/count").c_str()) + 1));
     const long keep = std::atol(Value("log/rot/sc/count").c_str());
     if (Value("log/rot/rmold") == "on" && keep > 0) {
         auto logs = files_.List("/log/");
-        for (std::size_t i = 0; logs.size() - i > static_cast<std::size_t>(keep); ++i)
-            if (logs[i]->path != name) files_.Remove(std::string(logs[i]->path));
+        std::erase_if(logs, [&](const StoredFile* f) {
+            return std::find(current.begin(), current.end(), f->path) != current.end();
+        });
+        const std::size_t closed = static_cast<std::size_t>(std::max(0L, keep - static_cast<long>(current.size())));
+        for (std::size_t i = 0; i + closed < logs.size(); ++i) files_.Remove(std::string(logs[i]->path));
     }
     RefreshDerived();
 }

@@ -78,7 +78,7 @@ Reply Receiver::PrintAttribute(const Target& t, const Context&) const {
 
 std::string Receiver::FileAttribute(const StoredFile& file, std::string_view name) const {
     if (name == "name") return FileStore::Name(file.path);
-    if (name == "size") return std::to_string(file.content.size());
+    if (name == "size") return std::to_string(file.Size());
     if (name == "time") return TimeText(file.mtime);
     return {};
 }
@@ -86,15 +86,14 @@ std::string Receiver::FileAttribute(const StoredFile& file, std::string_view nam
 Reply Receiver::PrintFileAttributes(const StoredFile& file, std::string_view attribute,
                                     std::string_view option) const {
     if (attribute == "content") {
-        if (option.empty()) return Reply::Success(file.content);
+        if (option.empty()) return Reply::Success(file.Read(0, file.Size()));
         // ":{offset,length}" reads a piece, so that large files can be copied in parts.
         const auto f = CommandLine::SplitTopLevel(CommandLine::StripBraces(option), ',');
         if (f.size() != 2) return Reply::WrongFirst();
         const long long offset = std::atoll(f[0].c_str()), length = std::atoll(f[1].c_str());
-        if (offset < 0 || length < 0 || static_cast<std::size_t>(offset) > file.content.size())
+        if (offset < 0 || length < 0 || static_cast<std::uint64_t>(offset) > file.Size())
             return Reply::WrongFirst();
-        return Reply::Success(file.content.substr(static_cast<std::size_t>(offset),
-                                                  static_cast<std::size_t>(length)));
+        return Reply::Success(file.Read(static_cast<std::uint64_t>(offset), static_cast<std::uint64_t>(length)));
     }
     std::string text;
     for (const auto& name : AttributeNames(attribute)) {

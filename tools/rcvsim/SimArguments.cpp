@@ -54,7 +54,7 @@ const char* SimArguments::Usage() {
     return "usage: rcvsim [--tcp ADDR:PORT]... [--pty] [--rate BPS] [--site LAT,LON,H]\n"
            "              [--latency MS] [--latency-path PATH] [--silence PATH|*]\n"
            "              [--garbage MS[,BYTES]] [--drop-after MS] [--old-firmware]\n"
-           "              [--list-echo] [--dump-size BYTES] [--seed N]\n";
+           "              [--list-echo] [--full-log-folder] [--dump-size BYTES] [--seed N]\n";
 }
 
 std::optional<SimArguments> SimArguments::Parse(const std::vector<std::string>& args, std::string& error) {
@@ -76,6 +76,7 @@ std::optional<SimArguments> SimArguments::Parse(const std::vector<std::string>& 
         if (a == "--pty") { out.pty = true; continue; }
         if (a == "--old-firmware") { out.options.oldFirmware = true; continue; }
         if (a == "--list-echo") { out.options.listEcho = true; continue; }
+        if (a == "--full-log-folder") { out.options.fullLogFolder = true; continue; }
         const std::string* v = value();
         if (!v) return std::nullopt;
         if (a == "--tcp") {

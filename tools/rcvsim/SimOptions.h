@@ -26,6 +26,9 @@ struct SimOptions {
     // apart, before yesterday's): a full receiver holds dozens, some of hundreds of megabytes.
     // Their bytes are the receiver's binary records, the same for the same seed.
     std::vector<std::size_t> seededLogs;
+    // A season's log folder before yesterday's (docs/simulator.md): dozens of files, three of
+    // 90 to 300 MB, none of them held in memory.
+    bool fullLogFolder = false;
 };
 
 }  // namespace rcvsim

@@ -1,4 +1,4 @@
-#include "fenklib/site/SiteEvents.h"
+#include "fenklib/frame/SiteEvents.h"
 
 #include <utility>
 
