@@ -1,6 +1,7 @@
 #include "fenklib/status/PositionSummary.h"
 
 #include <QLocale>
+#include <QStringList>
 #include <cmath>
 #include <iterator>
 

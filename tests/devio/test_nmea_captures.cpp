@@ -62,7 +62,7 @@ TEST(NmeaCaptures, GoldenCounts)
         {"isync.log", 12, 5, 12, 111, 23, 0, 0, 1, 7},
         {"nmea-rtk.log", 122, 0, 122, 244, 0, 0, 0, 0, 0},
         {"polarx2.log", 5, 5, 6, 65, 10, 0, 0, 0, 0},
-        {"quectelLC79D.log", 30, 30, 30, 398, 254, 0, 0, 30, 0},
+        {"quectelLC79D.log", 30, 30, 30, 398, 284, 0, 0, 0, 0},   // PGLOR lines of up to 132 characters
         {"sl869.log", 8, 15, 15, 165, 0, 0, 1, 0, 0},
         {"telit-pls83-w.log", 10, 9, 10, 225, 0, 0, 0, 0, 0},
         {"ublox-zed-f9p-nmea.log", 29, 29, 30, 986, 29, 0, 0, 0, 0},

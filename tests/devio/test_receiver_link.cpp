@@ -19,6 +19,7 @@
 
 using namespace devio;
 using namespace std::chrono_literals;
+using devio::test::WithChecksum;
 
 namespace {
 

@@ -137,7 +137,7 @@ TEST(StatusSheet, ASetUpFailureIsShownAndEndsWithCancel) {
         fenktest::EndAfterMinute(&sheet, [&] { sheet.EndDialog(99); });
         EXPECT_EQ(sheet.DoModal(), 2) << row.legend;
         ASSERT_EQ(boxes.Requests().size(), 1u) << row.legend;
-        const auto& box = boxes.Requests()[0];
+        const auto box = boxes.Requests()[0];
         EXPECT_TRUE(box.flags & uikit::MB_ICONERROR) << row.legend;
         EXPECT_TRUE(box.text == row.message || box.details == row.message) << row.legend << ": " << box.text.ToUtf8();
         EXPECT_EQ(rx->Sent().back(), L"dm,/cur/term") << row.legend << ": the terminal is silenced all the same";
