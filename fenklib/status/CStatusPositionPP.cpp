@@ -92,4 +92,5 @@ void CStatusPositionPP::Show() {
         item->setText(1, rows[i].value);
         item->setDisabled(held);   // greyed: the receiver is coasting on its last position
     }
+    m_list->resizeColumnToContents(0);
 }
