@@ -21,7 +21,8 @@ struct Units : devio::ILexerSink {
     void OnSentence(std::string_view s) override
     {
         FUZZ_CHECK(!s.empty() && (s[0] == '$' || s[0] == '!'));
-        FUZZ_CHECK(s.size() <= devio::CStreamLexer::kMaxSentence);
+        FUZZ_CHECK(s.size() <= (s.size() > 1 && s[1] == 'P' ? devio::CStreamLexer::kMaxProprietarySentence
+                                                             : devio::CStreamLexer::kMaxSentence));
         FUZZ_CHECK(s.find_first_of("\r\n") == std::string_view::npos);
         all.emplace_back(s);
     }

@@ -1,18 +1,27 @@
 #include "fenklib/status/CStatusPositionInTimePP.h"
 
+#include <QLabel>
+
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
 #include "fenklib/status/CTimeChart.h"
+#include "fenklib/status/PositionSummary.h"
 #include "platform/uikit/WideScreen.h"
 
 namespace {
 
-enum : unsigned { IDC_CHART = 100 };
+enum : unsigned { IDC_CHART = 100, IDC_NOTE };
 constexpr size_t kReceivedKept = 64;
-constexpr DLG_ITEM kNormalItems[] = {{IDC_CHART, CtlKind::Custom, 0, 4, 4, 232, 218, uikit::kAnchorFill}};
-constexpr DLG_ITEM kWideItems[] = {{IDC_CHART, CtlKind::Custom, 0, 4, 4, 376, 140, uikit::kAnchorFill}};
+constexpr DLG_ITEM kNormalItems[] = {
+    {IDC_CHART, CtlKind::Custom, 0, 4, 4, 232, 198, uikit::kAnchorFill},
+    {IDC_NOTE, CtlKind::Static, 0, 4, 204, 232, 18, uikit::kAnchorBottomWide},
+};
+constexpr DLG_ITEM kWideItems[] = {
+    {IDC_CHART, CtlKind::Custom, 0, 4, 4, 376, 122, uikit::kAnchorFill},
+    {IDC_NOTE, CtlKind::Static, 0, 4, 128, 376, 16, uikit::kAnchorBottomWide},
+};
 constexpr DLG_TEMPLATE kNormal{IDD_STATUS_POSITION_IN_TIME, 240, 226, kNormalItems};
 constexpr DLG_TEMPLATE kWide{IDD_STATUS_POSITION_IN_TIME_WIDE, 384, 148, kWideItems};
 
@@ -28,6 +37,8 @@ bool CStatusPositionInTimePP::OnInitDialog() {
         return new CTimeChart(window, m_samples, m_windowSeconds);
     });
     m_chart = static_cast<CTimeChart*>(m_controls.Item(IDC_CHART));
+    m_note = m_controls.Get<QLabel>(IDC_NOTE);
+    m_note->setText(NoteText());
     return true;
 }
 
@@ -37,5 +48,12 @@ void CStatusPositionInTimePP::OnPosition(const devio::POSITION_RECORD& record) {
     const QDateTime now = QDateTime::currentDateTimeUtc();
     m_samples.Add(record, now);
     m_samples.DropOlderThan(now.addSecs(-m_windowSeconds));
-    if (m_chart && IsWindowCreated()) m_chart->update();
+    if (m_chart && IsWindowCreated()) {
+        m_chart->update();
+        m_note->setText(NoteText());
+    }
+}
+
+QString CStatusPositionInTimePP::NoteText() const {
+    return m_received.empty() ? QString() : CPositionSummary::StatisticsNote(m_received.back(), m_samples.HeldLeftOut());
 }

@@ -9,14 +9,15 @@
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
 #include "fenklib/status/CScatterPlot.h"
+#include "fenklib/status/PositionSummary.h"
 #include "platform/uikit/WideScreen.h"
 
 namespace {
 
 enum : unsigned { IDC_PLOT = 100, IDC_STATISTICS, IDC_RESET };
 constexpr DLG_ITEM kNormalItems[] = {
-    {IDC_PLOT, CtlKind::Custom, 0, 4, 4, 232, 184, uikit::kAnchorFill},
-    {IDC_STATISTICS, CtlKind::Static, 0, 4, 192, 170, 30, uikit::kAnchorBottomWide},
+    {IDC_PLOT, CtlKind::Custom, 0, 4, 4, 232, 170, uikit::kAnchorFill},
+    {IDC_STATISTICS, CtlKind::Static, 0, 4, 178, 170, 44, uikit::kAnchorBottomWide},
     {IDC_RESET, CtlKind::Button, IDS_RESET, 180, 208, 56, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_ITEM kWideItems[] = {
@@ -46,6 +47,7 @@ bool CStatusScatterPP::OnInitDialog() {
 
 void CStatusScatterPP::OnPosition(const devio::POSITION_RECORD& record) {
     m_samples.Add(record, QDateTime::currentDateTimeUtc());
+    m_latest = record;
     if (IsWindowCreated()) Show();
 }
 
@@ -64,11 +66,17 @@ void CStatusScatterPP::OnReset() {
 void CStatusScatterPP::Show() {
     if (!m_plot) return;
     m_plot->update();
+    m_statistics->setText(StatisticsText());
+}
+
+QString CStatusScatterPP::StatisticsText() const {
     const auto st = m_samples.Statistics();
     const QLocale l;
     const auto m = [&](double v) { return l.toString(v, 'f', 3); };
-    m_statistics->setText(LoadResString(IDS_SCATTER_STATISTICS)
-                              .ToQString()
-                              .arg(st.count)
-                              .arg(m(st.deviation.east), m(st.deviation.north), m(st.deviation.up), m(st.cep50), m(st.cep95)));
+    QString text = LoadResString(IDS_SCATTER_STATISTICS)
+                       .ToQString()
+                       .arg(st.count)
+                       .arg(m(st.deviation.east), m(st.deviation.north), m(st.deviation.up), m(st.cep50), m(st.cep95));
+    const QString note = CPositionSummary::StatisticsNote(m_latest, m_samples.HeldLeftOut());
+    return note.isEmpty() ? text : text + u'\n' + note;
 }

@@ -20,6 +20,7 @@ public:
     void OnReset();
 
     const CPositionSamples& Samples() const { return m_samples; }
+    QString StatisticsText() const;
     double MetresAcross() const;
 
 private:
@@ -29,4 +30,5 @@ private:
     CScatterPlot* m_plot = nullptr;
     QLabel* m_statistics = nullptr;
     CPositionSamples m_samples{kMaxSamples};
+    devio::POSITION_RECORD m_latest;
 };

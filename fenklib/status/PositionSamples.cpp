@@ -5,7 +5,11 @@
 #include <vector>
 
 void CPositionSamples::Add(const devio::POSITION_RECORD& r, const QDateTime& time) {
-    if (!r.xyzValid) return;
+    if (!r.xyzValid || !std::isfinite(r.x) || !std::isfinite(r.y) || !std::isfinite(r.z)) return;
+    if (r.IsHeld()) {
+        ++m_heldLeftOut;
+        return;
+    }
     const wgs84::XYZ xyz{r.x, r.y, r.z};
     if (!m_origin) {
         m_origin = xyz;
@@ -20,6 +24,7 @@ void CPositionSamples::Add(const devio::POSITION_RECORD& r, const QDateTime& tim
 void CPositionSamples::Reset() {
     m_samples.clear();
     m_origin.reset();
+    m_heldLeftOut = 0;
 }
 
 void CPositionSamples::DropOlderThan(const QDateTime& limit) {

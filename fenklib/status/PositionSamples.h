@@ -22,8 +22,11 @@ public:
 
     explicit CPositionSamples(size_t capacity) : m_capacity(capacity) {}
 
-    // Takes a record whose Cartesian half is present; others are ignored.
+    // Takes a record whose Cartesian half is present and finite. A held position (the receiver
+    // coasting on its last fix) would pile up on one point and shrink the spread: it is left
+    // out and counted.
     void Add(const devio::POSITION_RECORD& record, const QDateTime& time);
+    size_t HeldLeftOut() const { return m_heldLeftOut; }
     void Reset();
     // Drops samples older than window before now.
     void DropOlderThan(const QDateTime& limit);
@@ -37,4 +40,5 @@ private:
     std::optional<wgs84::XYZ> m_origin;
     double m_originLat = 0, m_originLon = 0;
     std::deque<SAMPLE> m_samples;
+    size_t m_heldLeftOut = 0;
 };

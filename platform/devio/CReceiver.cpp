@@ -76,6 +76,7 @@ public:
         c.lexer = m_lexer.Counters();
         c.sentencesDecoded = n.decoded;
         c.sentencesRejected = n.badChecksum + n.noChecksum + n.malformed + n.notSentence;
+        c.sentencesIgnored = n.ignored;
         c.messagesRejected = m_dataLink.Malformed();
     }
 
@@ -426,6 +427,8 @@ LINK_HEALTH CReceiver::GetLinkHealth() const {
         const std::lock_guard lock(m_countersMutex);
         health = m_health;
         health.droppedFrames = m_counters.lexer.droppedFrames;
+        health.decodedSentences = m_counters.sentencesDecoded;
+        health.ignoredSentences = m_counters.sentencesIgnored;
         health.badSentences = m_counters.lexer.droppedSentences + m_counters.sentencesRejected;
         health.cancelledReplies = m_counters.lexer.cancelledReplies;
     }

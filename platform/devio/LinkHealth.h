@@ -20,7 +20,11 @@ struct LINK_HEALTH {
     double sentencesPerSecond = 0;      // NMEA sentences cut out of the stream
     std::int64_t msSinceLastByte = -1;  // -1: nothing arrived yet
     std::uint64_t droppedFrames = 0;    // frames with a bad header, length, trailer or check
-    std::uint64_t badSentences = 0;     // sentences dropped by the lexer or rejected by the decoder
+    // Every sentence line is one of these three: decoded, a good one of a type not decoded
+    // (proprietary), or bad (dropped by the lexer or rejected by the decoder).
+    std::uint64_t decodedSentences = 0;
+    std::uint64_t ignoredSentences = 0;
+    std::uint64_t badSentences = 0;
     std::uint64_t cancelledReplies = 0; // replies of cancelled commands skipped
     std::uint64_t unanswered = 0;       // commands that timed out without a reply
 };

@@ -13,6 +13,8 @@ struct LIVE_STREAM_COUNTERS {
     std::uint64_t events = 0;
     std::uint64_t sentencesDecoded = 0;   // NMEA sentences that gave a record or state
     std::uint64_t sentencesRejected = 0;  // bad checksum, malformed or missing checksum
+    std::uint64_t sentencesIgnored = 0;   // good sentences of a type not decoded (proprietary ones)
+    // lexer.sentences == sentencesDecoded + sentencesIgnored + sentencesRejected
     std::uint64_t messagesRejected = 0;   // periodic messages that did not decode
 };
 

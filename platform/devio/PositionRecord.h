@@ -44,6 +44,9 @@ struct POSITION_RECORD {
     double sigmaLat = kUnknown;           // 1-sigma errors in metres (GST)
     double sigmaLon = kUnknown;
     double sigmaHeight = kUnknown;
+    double pdop = kUnknown;               // GSA; the HDOP is in the extra word
+    double vdop = kUnknown;
+    double correctionAge = kUnknown;      // seconds since the last differential correction (GGA, GNS)
 
     constexpr bool IsHeld() const { return (flags & kHeld) != 0; }
 };

@@ -147,6 +147,7 @@ TEST(StreamLexer, CutsUnitsAndCountsWhatItDrops)
         std::uint64_t garbage, droppedSentences, droppedFrames;
     };
     const std::string s120 = "$" + std::string(119, 'A');
+    const std::string p132 = "$P" + std::string(130, 'A');
     const ROW rows[] = {
         {"sentence with bare LF", "$GPZDA,1*00\n", {"S $GPZDA,1*00"}, 0, 0, 0},
         {"sentence with CR LF", "$GPZDA,1*00\r\n", {"S $GPZDA,1*00"}, 0, 0, 0},
@@ -156,6 +157,8 @@ TEST(StreamLexer, CutsUnitsAndCountsWhatItDrops)
         {"'!' starts a sentence too", "!AIVDM,1*00\r\n", {"S !AIVDM,1*00"}, 0, 0, 0},
         {"120 characters is the limit", s120 + "\r\n", {"S " + s120}, 0, 0, 0},
         {"121 characters is too long", s120 + "B\r\n", {}, 120, 1, 0},
+        {"a proprietary line may run to 132", p132 + "\r\n", {"S " + p132}, 0, 0, 0},
+        {"133 is too long even for one", p132 + "B\r\n", {}, 132, 1, 0},
         {"blank lines are not garbage", "\r\n\n$A*00\n\r\n", {"S $A*00"}, 0, 0, 0},
         {"text between units is garbage", "xy$A*00\nz\n", {"S $A*00"}, 3, 0, 0},
         {"a sentence injected into a sentence wins", "$GPGSV,4,1,0$PX,1*00\r\n5,3*71\r\n", {"S $PX,1*00"}, 17, 1, 0},

@@ -51,7 +51,10 @@ TEST(Listeners, EachKindTakesItsOwnRecordsAndTheSatelliteListOnlyTheLatest) {
         host->AddListener(l);
     host->AddListener(CSmartPtr<IListener>(sats.Get()));
     EXPECT_EQ(host->Count(), 3u) << "a listener is added once";
+    Counter satNotices;
+    sats->AttachNotice(satNotices.notice, 1);
     for (int n = 1; n <= 3; ++n) host->Offer(SATLIST_RECORD(static_cast<size_t>(n)));
+    EXPECT_TRUE(satNotices.Signalled()) << "one notice for the burst";
     DATALINK_RECORD dl;
     dl.port = 'A';
     host->Offer(dl);
@@ -60,7 +63,7 @@ TEST(Listeners, EachKindTakesItsOwnRecordsAndTheSatelliteListOnlyTheLatest) {
     host->Offer(dt);
     SATLIST_RECORD list;
     ASSERT_TRUE(sats->Fetch(list));
-    EXPECT_EQ(list.size(), 3u) << "only the latest list";
+    EXPECT_EQ(list.size(), 3u) << "only the latest list of the burst, not the oldest";
     EXPECT_FALSE(sats->Fetch(list));
     ASSERT_TRUE(links->Fetch(dl, 0));
     EXPECT_EQ(dl.port, 'A');

@@ -326,6 +326,33 @@ TEST(NmeaEpochPosition, FixClaimedWithNoSatelliteIsHeld)
     }
 }
 
+// GSA's dilutions stand until an epoch passes without a GSA; the age comes with the fix.
+TEST(NmeaEpochPosition, DilutionsAndCorrectionAge)
+{
+    const double nan = std::nan("");
+    const std::string gsa = "GPGSA,A,3,01,02,03,,,,,,,,,,1.8,0.9,1.5";
+    const std::string gga3 = "GPGGA,120002.00,4404.127000,N,12118.844200,W,1,15,0.4,1133.5,M,-20.1,M,,";
+    struct ROW { const char* legend; std::vector<std::string> bodies; double pdop, vdop, age; };
+    const ROW rows[] = {
+        {"GGA alone", {kGga1}, nan, nan, nan},
+        {"GSA before GGA", {gsa, kGga1}, 1.8, 1.5, nan},
+        {"GSA after GGA: the next epoch carries it", {kGga1, gsa, kGga2}, 1.8, 1.5, nan},
+        {"an epoch without GSA clears it", {kGga1, gsa, kGga2, gga3}, nan, nan, nan},
+        {"GSA with no fix gives none", {"GPGSA,A,1,,,,,,,,,,,,,99.9,99.9,99.9", kGga1}, nan, nan, nan},
+        {"GGA with an age of corrections", {"GPGGA,120000.00,4404.1,N,12118.8,W,4,15,0.4,1133.4,M,-20.1,M,2.4,0031"}, nan, nan, 2.4},
+        {"GNS with an age of corrections", {"GNGNS,043539.00,4333.19,N,00127.61,E,RR,14,1.3,250.8,50.0,1.0,0031,V"}, nan, nan, 1.0},
+        {"an age that does not parse costs nothing else", {"GPGGA,120000.00,4404.1,N,12118.8,W,2,15,0.4,1133.4,M,-20.1,M,x,0031"}, nan, nan, nan},
+    };
+    for (const ROW& row : rows) {
+        const RecordingSink sink = DecodeLines(row.bodies);
+        ASSERT_FALSE(sink.positions.empty()) << row.legend;
+        const P& p = sink.positions.back();
+        EXPECT_TRUE(Near(p.pdop, row.pdop, 1e-12)) << row.legend;
+        EXPECT_TRUE(Near(p.vdop, row.vdop, 1e-12)) << row.legend;
+        EXPECT_TRUE(Near(p.correctionAge, row.age, 1e-12)) << row.legend;
+    }
+}
+
 // ---------------------------------------------------------------- satellites
 
 TEST(NmeaEpochSatellites, UsedSatellitesCountedOncePerSatellite)

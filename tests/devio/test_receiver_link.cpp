@@ -15,9 +15,11 @@
 #include "platform/devio/CPortAddr.h"
 #include "platform/devio/CReceiver.h"
 #include "platform/devio/lexer/CStreamLexer.h"
+#include "NmeaTestSupport.h"
 
 using namespace devio;
 using namespace std::chrono_literals;
+using devio::test::WithChecksum;
 
 namespace {
 
@@ -84,6 +86,39 @@ TEST(ReceiverLink, RepliesAreMatchedByTagWhileNmeaFlows) {
     EXPECT_EQ(second.reply->Take().text, L"SN 0042");
     EXPECT_EQ(p.rx->Counters().orphanReplies, 1u);
     EXPECT_EQ(p.rx->PendingCount(), 0u);
+}
+
+// What the host's status bar adds up: every sentence line is decoded, ignored or bad, and the
+// lexer's and the decoder's counts agree.
+TEST(ReceiverLink, SentenceCountersAddUp) {
+    struct Row {
+        const char* legend;
+        std::string line;
+        std::uint64_t decoded, ignored, bad;
+    };
+    const Row rows[] = {
+        {"a decoded sentence", WithChecksum("GPZDA,120000.00,22,11,2026,00,00"), 1, 0, 0},
+        {"a proprietary sentence", WithChecksum("PFNK,1,2,3"), 0, 1, 0},
+        {"a proprietary sentence of 132 characters", WithChecksum("PFNK," + std::string(123, '7')), 0, 1, 0},
+        {"a type the decoder lacks", WithChecksum("GPTXT,01,01,02,ANTENNA OK"), 0, 1, 0},
+        {"a bad checksum", "$GPGGA,bad*00", 0, 0, 1},
+        {"a standard line of 121 characters", WithChecksum("GPTXT," + std::string(111, '7')), 0, 0, 1},
+    };
+    for (const auto& row : rows) {
+        Pair p;
+        Completion c;
+        const auto id = p.rx->IssueCommand(L"print,x", true, c.reply, c.notice, 5000, false);
+        p.ReadLine();
+        // The reply comes behind the line, and whoever wakes on it sees the counters before it.
+        p.Send(row.line + "\r\n" + Reply(std::to_string(id), 0, "ok"));
+        ASSERT_TRUE(c.Wait(5000)) << row.legend;
+        const LINK_HEALTH h = p.rx->GetLinkHealth();
+        EXPECT_EQ(h.decodedSentences, row.decoded) << row.legend;
+        EXPECT_EQ(h.ignoredSentences, row.ignored) << row.legend;
+        EXPECT_EQ(h.badSentences, row.bad) << row.legend;
+        const LIVE_STREAM_COUNTERS n = p.rx->Counters();
+        EXPECT_EQ(n.lexer.sentences, n.sentencesDecoded + n.sentencesIgnored + n.sentencesRejected) << row.legend;
+    }
 }
 
 TEST(ReceiverLink, ErrorRepliesCarryTheirStatusAndText) {

@@ -48,7 +48,7 @@ TEST(PositionSamples, StatisticsOfKnownScatters) {
     }
 }
 
-TEST(PositionSamples, BoundedResettableAndBlindToGeodeticOnly) {
+TEST(PositionSamples, BoundedResettableAndBlindToWhatCannotBePlotted) {
     CPositionSamples samples(3);
     for (int i = 0; i < 5; ++i) samples.Add(At(i, 0, 0), QDateTime());
     ASSERT_EQ(samples.Samples().size(), 3u) << "the oldest leave first";
@@ -57,8 +57,17 @@ TEST(PositionSamples, BoundedResettableAndBlindToGeodeticOnly) {
     geoOnly.geoValid = 1;
     samples.Add(geoOnly, QDateTime());
     EXPECT_EQ(samples.Samples().size(), 3u) << "a record without its Cartesian half is not plotted";
+    auto held = At(50, 50, 0);
+    held.flags = devio::POSITION_RECORD::kHeld;
+    samples.Add(held, QDateTime());
+    auto twoD = At(1, 1, 0);
+    twoD.z = devio::POSITION_RECORD::kUnknown;
+    samples.Add(twoD, QDateTime());
+    EXPECT_EQ(samples.Samples().size(), 3u) << "neither a held fix nor one without a height is plotted";
+    EXPECT_EQ(samples.HeldLeftOut(), 1u);
     samples.Reset();
     EXPECT_EQ(samples.Statistics().count, 0u);
+    EXPECT_EQ(samples.HeldLeftOut(), 0u);
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "fenklib/resources/StringIds.h"
 #include "fenklib/status/CReceiverStatusPS.h"
 #include "fenklib/status/CSkyPlot.h"
+#include "platform/basekit/CWinException.h"
 #include "platform/uikit/CMessageBoxResponder.h"
 #include "support/EventTrigger.h"
 #include "support/ScriptedReceiver.h"
@@ -104,6 +105,42 @@ TEST(StatusSheet, PagesCaptionAndButtons) {
         EXPECT_TRUE(okHidden) << row.legend;
         EXPECT_EQ(closeText, LoadResString(IDS_CLOSE).ToQString()) << row.legend;
         EXPECT_EQ(rx->Host().Count(), 0u) << row.legend << ": every listener removed at the end";
+    }
+}
+
+// A host that refuses every listener, as one whose receiver went away between the calls.
+class CRefusingHost final : public basekit::CRefCounted<devio::IListenerHost> {
+public:
+    void AddListener(const CSmartPtr<devio::IListener>&) override {
+        throw basekit::CWinException("test", __LINE__, L"listener refused", basekit::kErrorNotConnected);
+    }
+    void RemoveListener(const CSmartPtr<devio::IListener>&) override {}
+};
+
+// A failed set-up shows the exception's text in an error box and ends the sheet with cancel.
+TEST(StatusSheet, ASetUpFailureIsShownAndEndsWithCancel) {
+    struct Row {
+        const char* legend;
+        CSmartPtr<devio::IListenerHost> host;
+        basekit::ustring message;   // the exception's text
+    };
+    const Row rows[] = {
+        {"no listener host", {}, basekit::CWinException("", 0, L"devio::IListenerHost", basekit::kErrorInternal).GetMessage()},
+        {"the host refuses the first listener", CSmartPtr<devio::IListenerHost>(new CRefusingHost()),
+         basekit::CWinException("", 0, L"listener refused", basekit::kErrorNotConnected).GetMessage()},
+    };
+    for (const auto& row : rows) {
+        const auto rx = NewReceiver();
+        rx->hostOverride = row.host;
+        CReceiverStatusPS sheet(AsReceiver(rx), nullptr);
+        const uikit::CMessageBoxResponder boxes;
+        fenktest::EndAfterMinute(&sheet, [&] { sheet.EndDialog(99); });
+        EXPECT_EQ(sheet.DoModal(), 2) << row.legend;
+        ASSERT_EQ(boxes.Requests().size(), 1u) << row.legend;
+        const auto box = boxes.Requests()[0];
+        EXPECT_TRUE(box.flags & uikit::MB_ICONERROR) << row.legend;
+        EXPECT_TRUE(box.text == row.message || box.details == row.message) << row.legend << ": " << box.text.ToUtf8();
+        EXPECT_EQ(rx->Sent().back(), L"dm,/cur/term") << row.legend << ": the terminal is silenced all the same";
     }
 }
 

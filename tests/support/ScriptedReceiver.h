@@ -5,6 +5,7 @@
 #include <condition_variable>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -103,7 +104,12 @@ public:
     void Unsubscribe(const CSmartPtr<devio::INotice>& notice) override;
     void DeliverEvents(std::uintptr_t, std::intptr_t) override { ++deliveries; }
     bool IsReady() const override { return ready; }
-    CSmartPtr<devio::IListenerHost> GetListenerHost() const override { return CSmartPtr<devio::IListenerHost>(m_host.Get()); }
+    CSmartPtr<devio::IListenerHost> GetListenerHost() const override {
+        if (hostOverride.has_value()) return *hostOverride;
+        return CSmartPtr<devio::IListenerHost>(m_host.Get());
+    }
+    // Set: the listener host handed out instead of the real one (empty: none at all).
+    std::optional<CSmartPtr<devio::IListenerHost>> hostOverride;
     // Signals every notice subscribed to the event, as the reader thread would.
     void RaiseEvent(unsigned event);
     devio::CListenerHost& Host() { return *m_host; }

@@ -153,7 +153,8 @@ void CStreamLexer::ScanSentence(const char* base, std::size_t size)
     const std::size_t limit = m_unit + kMaxSentence;  // first index past the longest body
     for (std::size_t i = m_pos; i < size; ++i) {
         const unsigned char cls = ClassOf(base[i]);
-        if (cls == kPlain && i < limit)
+        // The address letter is in by then: the longer limit is only looked up past the short one.
+        if (cls == kPlain && (i < limit || (i < m_unit + kMaxProprietarySentence && base[m_unit + 1] == 'P')))
             continue;
         if (cls == kLineFeed) {
             EmitSentence(base, i);

@@ -17,6 +17,8 @@ namespace devio {
 class CStreamLexer {
 public:
     static constexpr std::size_t kMaxSentence = 120;  // characters from '$' to the line end
+    // Proprietary sentences ("$P...") run longer: chipsets put whole lists in one line.
+    static constexpr std::size_t kMaxProprietarySentence = 132;
     static constexpr std::size_t kMaxLineEndCr = 2;   // "\r\r\n" is the worst seen
 
     explicit CStreamLexer(ILexerSink& sink);

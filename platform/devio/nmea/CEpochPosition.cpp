@@ -17,6 +17,9 @@ void CEpochPosition::BeginEpoch(INmeaSink& sink, std::int32_t timeOfDay)
     if (m_lastKind != KindNone)
         m_closingKind = m_lastKind;
     m_lastKind = KindNone;
+    if (!m_dopsThisEpoch)
+        m_pdop = m_vdop = POSITION_RECORD::kUnknown;
+    m_dopsThisEpoch = false;
     m_fix = FIX_REPORT{};
     m_extras = POSITION_RECORD{};
     m_published = false;
@@ -60,6 +63,13 @@ void CEpochPosition::OfferErrors(INmeaSink& sink, double sigmaLat, double sigmaL
     Noted(sink, KindGst);
 }
 
+void CEpochPosition::OfferDops(double pdop, double vdop)
+{
+    m_pdop = pdop;
+    m_vdop = vdop;
+    m_dopsThisEpoch = true;
+}
+
 void CEpochPosition::Flush(INmeaSink& sink) { Publish(sink); }
 
 void CEpochPosition::Noted(INmeaSink& sink, Kind kind)
@@ -83,6 +93,9 @@ void CEpochPosition::Publish(INmeaSink& sink)
     record.lon = m_fix.lon;
     record.source = m_fix.source;
     record.timeOfDay = m_timeOfDay;
+    record.correctionAge = m_fix.correctionAge;
+    record.pdop = m_pdop;
+    record.vdop = m_vdop;
     record.geoExtra = POSITION_RECORD::MakeExtra(m_fix.quality, m_fix.used, m_fix.hdop);
     if (m_heldClaim)
         record.flags |= POSITION_RECORD::kHeld;

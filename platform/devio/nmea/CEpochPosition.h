@@ -19,6 +19,7 @@ struct FIX_REPORT {
     double separation = POSITION_RECORD::kUnknown;
     double speed = POSITION_RECORD::kUnknown;   // RMC carries its velocity in the same sentence
     double course = POSITION_RECORD::kUnknown;
+    double correctionAge = POSITION_RECORD::kUnknown;
 };
 
 // Assembles one position per epoch from whatever mix of GGA, GNS, RMC, GLL, VTG and GST a
@@ -39,6 +40,9 @@ public:
     void OfferFix(INmeaSink& sink, Kind kind, const FIX_REPORT& fix);
     void OfferVelocity(INmeaSink& sink, Kind kind, double speed, double course);
     void OfferErrors(INmeaSink& sink, double sigmaLat, double sigmaLon, double sigmaHeight);
+    // GSA's dilutions. A receiver may send its GSA after the position has gone out, so the
+    // latest ones stand for the following epoch too, until an epoch passes without any.
+    void OfferDops(double pdop, double vdop);
     // End of stream.
     void Flush(INmeaSink& sink);
 
@@ -56,6 +60,9 @@ private:
     bool m_heldClaim = false;             // some sentence of the epoch claimed a fix with no satellite
     Kind m_lastKind = KindNone;           // the epoch's last position sentence so far
     Kind m_closingKind = KindNone;        // learned from the previous epoch
+    double m_pdop = POSITION_RECORD::kUnknown;
+    double m_vdop = POSITION_RECORD::kUnknown;
+    bool m_dopsThisEpoch = false;
 };
 
 }  // namespace devio

@@ -146,6 +146,16 @@ GSA_LAYOUT GsaLayout(const CNmeaSentence& s)
     return GSA_LAYOUT{n - (hasSystem ? 4 : 3), hasSystem ? last : std::string_view()};
 }
 
+// Fields that only add to a record (age, dilutions): a receiver's odd text there must not
+// cost the sentence its position, so what does not parse is unknown.
+double LenientDecimal(std::string_view field)
+{
+    double v = POSITION_RECORD::kUnknown;
+    if (field.empty() || !OptionalDecimal(field, v))
+        return POSITION_RECORD::kUnknown;
+    return v;
+}
+
 }  // namespace
 
 const CNmeaDecoder::SENTENCE_ROW CNmeaDecoder::kSentenceTable[] = {
@@ -270,6 +280,7 @@ bool CNmeaDecoder::DecodeGga()
         || !OptionalDecimal(s.Field(7), fix.hdop) || !OptionalDecimal(s.Field(8), fix.altitudeMsl)
         || !OptionalDecimal(s.Field(10), fix.separation))
         return false;
+    fix.correctionAge = LenientDecimal(s.Field(12));
     bool hasTime = false;
     TakeTime(s.Field(0), hasTime);
     // A GGA without time cannot be placed in an epoch: it is one by itself.
@@ -297,6 +308,7 @@ bool CNmeaDecoder::DecodeGns()
     if (!OptionalUnsigned(s.Field(6), fix.used) || !OptionalDecimal(s.Field(7), fix.hdop)
         || !OptionalDecimal(s.Field(8), fix.altitudeMsl) || !OptionalDecimal(s.Field(9), fix.separation))
         return false;
+    fix.correctionAge = LenientDecimal(s.Field(10));
     fix.quality = QualityOfModes(s.Field(5));
     bool hasTime = false;
     TakeTime(s.Field(0), hasTime);
@@ -437,6 +449,8 @@ bool CNmeaDecoder::DecodeGsa()
     for (std::size_t i = 0; i < count && system == 0; ++i)
         system = MapSatellite(talker, ids[i]).system;
     BeginGsa(system);
+    if (fixMode != 1)
+        m_position.OfferDops(LenientDecimal(s.Field(layout.idEnd)), LenientDecimal(s.Field(layout.idEnd + 2)));
     // Fix mode 1 is "no fix": some receivers still list satellites, but none is used.
     if (fixMode == 1 || talker.empty())
         return true;
