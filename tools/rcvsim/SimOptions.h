@@ -1,7 +1,9 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tools/rcvsim/FaultPlan.h"
@@ -26,6 +28,9 @@ struct SimOptions {
     // apart, before yesterday's): a full receiver holds dozens, some of hundreds of megabytes.
     // Their bytes are the receiver's binary records, the same for the same seed.
     std::vector<std::size_t> seededLogs;
+    // Told every piece of bytes a connection has written, on that connection's thread: what the
+    // host must have received, for tests that compare.
+    std::function<void(std::string_view port, std::string_view bytes)> onSent;
 };
 
 }  // namespace rcvsim
