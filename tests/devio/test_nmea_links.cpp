@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "NmeaTestSupport.h"
+#include "platform/basekit/CStdException.h"
 #include "platform/devio/CReceiver.h"
 
 using namespace devio;

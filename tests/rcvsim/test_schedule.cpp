@@ -49,7 +49,7 @@ const ScheduleRow kCounts[] = {
     {"em,/dev/ser/a,/msg/nmea/GGA:{0.000000,0.000000,0,0x0}", 5, 1, "no period: once"},
     {"em,/dev/ser/a,/msg/nmea/GGA", 10, 10, "default schedule from /msg/def"},
     {"em,/dev/ser/a,{/msg/nmea/GGA,/msg/nmea/ZDA}", 4, 4, "braced message list"},
-    {"em,/dev/ser/a,/msg/nmea/GGA:{0.050000,0.000000,0,0x0}", 2, 40, "20 Hz positions", "GNGGA", 0.05},
+    {"em,/dev/ser/a,/msg/nmea/GGA:{0.050000,0.000000,0,0x0}", 2, 40, "20 Hz positions", "GNGGA", 0.025},
     {"em,/dev/ser/a,/msg/nmea/GST", 3, 3, "error statistics", "GNGST"},
     {"em,/dev/ser/a,/msg/nmea/VTG", 3, 3, "course and speed", "GNVTG"},
     {"em,/dev/ser/a,/msg/nmea/GLL", 3, 3, "latitude and longitude", "GNGLL"},

@@ -107,20 +107,8 @@ public:
     // Signals every notice subscribed to the event, as the reader thread would.
     void RaiseEvent(unsigned event);
     devio::CListenerHost& Host() { return *m_host; }
-    bool AddRawTap(const CSmartPtr<devio::IRawTap>& tap) override {
-        const std::lock_guard lock(m_mutex);
-        m_taps.push_back(tap);
-        return true;
-    }
-    void RemoveRawTap(const CSmartPtr<devio::IRawTap>& tap) override {
-        const std::lock_guard lock(m_mutex);
-        std::erase(m_taps, tap);
-    }
-    // Hands bytes to the raw taps, as the reader thread would.
-    void FeedRaw(std::string_view bytes) {
-        const std::lock_guard lock(m_mutex);
-        for (const auto& tap : m_taps) tap->OnRawBytes(bytes);
-    }
+    // Taken, and never called: no bytes pass through a scripted receiver.
+    bool AddRawTap(const CSmartPtr<devio::IRawTap>&) override { return true; }
 
     // ICommandChannel
     devio::CommandId IssueCommand(const ustring& command, bool sendFlag, const CSmartPtr<devio::CCommandReply>& reply,
@@ -144,7 +132,6 @@ private:
     mutable std::mutex m_mutex;
     CSmartPtr<devio::IPortAddr> m_address;
     CSmartPtr<devio::CListenerHost> m_host{new devio::CListenerHost()};
-    std::vector<CSmartPtr<devio::IRawTap>> m_taps;
     std::map<ustring, Step> m_script;
     Step m_default = Error(L"{2,,wrong command}");
     std::vector<ustring> m_sent;
