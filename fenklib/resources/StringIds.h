@@ -539,6 +539,10 @@ enum FenkStringId : unsigned {
     IDS_IONO_1 = 6097,
     IDS_IONO_2 = 6098,
 
+    // Link kinds and live logging.
+    IDS_RT_LOG_NO_TAP = 6500,
+    IDS_RT_LOG_LOST = 6501,
+
     // Each window family numbers its unnumbered texts in its own hundred, so that families
     // added side by side never collide: status 5400, output messages 5500, ports 5600,
     // receiver files 5700, site and coordinates 5800, settings and controller tools 5900,

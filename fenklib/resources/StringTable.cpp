@@ -526,6 +526,8 @@ constexpr std::array kTable = Sorted(std::to_array<FenkStringEntry>({
     {IDS_IONO_0, L"Not used"},
     {IDS_IONO_1, L"Used"},
     {IDS_IONO_2, L"Used, preferred"},
+    {IDS_RT_LOG_NO_TAP, L"The output of this receiver cannot be logged: its link hands no bytes to the controller."},
+    {IDS_RT_LOG_LOST, L"\nNot written (the disk kept up too slowly or failed): %1"},
 }));
 
 constexpr bool StrictlyAscending() {

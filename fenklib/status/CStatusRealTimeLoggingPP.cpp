@@ -11,6 +11,7 @@
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
+#include "platform/basekit/CStdException.h"
 #include "platform/basekit/CWinException.h"
 #include "platform/uikit/CMessageBoxService.h"
 #include "platform/uikit/WideScreen.h"
@@ -39,7 +40,7 @@ CStatusRealTimeLoggingPP::CStatusRealTimeLoggingPP(basekit::CSmartPtr<devio::IRe
     : CFenkPropertyPage(std::move(receiver), uikit::IsWideScreen() ? IDD_STATUS_LOGGING_WIDE : IDD_STATUS_LOGGING,
                         LoadResString(uikit::IsWideScreen() ? IDS_PAGE_LOG : IDS_PAGE_LOGGING)) {
     m_tick.setInterval(1000);
-    connect(&m_tick, &QTimer::timeout, this, [this] { ShowState(); });
+    connect(&m_tick, &QTimer::timeout, this, [this] { OnTick(); });
 }
 
 CStatusRealTimeLoggingPP::~CStatusRealTimeLoggingPP() { DestroyWindow(); }
@@ -62,14 +63,21 @@ void CStatusRealTimeLoggingPP::UpdateControls() {
 }
 
 bool CStatusRealTimeLoggingPP::StartLogging(const QString& path) {
-    auto file = std::make_unique<QFile>(path);
-    if (!file->open(QIODevice::WriteOnly | QIODevice::Append)) {
-        uikit::CMessageBoxService::ReportError(
-            this, basekit::CWinException("RealTimeLogging", __LINE__, basekit::ustring::FromQString(path), basekit::kErrorInternal));
+    if (IsLoggingInProgress()) return true;
+    try {
+        basekit::CSmartPtr<devio::CRawFileWriter> writer(new devio::CRawFileWriter(basekit::ustring::FromQString(path)));
+        if (!m_receiver || !m_receiver->AddRawTap(writer)) {
+            writer->Stop();
+            throw basekit::CStdException(LoadResString(IDS_RT_LOG_NO_TAP), "RealTimeLogging", __LINE__);
+        }
+        m_writer = std::move(writer);
+    } catch (const basekit::CStdException& e) {
+        uikit::CMessageBoxService::ReportError(this, e);
         return false;
     }
-    m_file = std::move(file);
-    m_bytes = 0;
+    m_path = path;
+    m_last = {};
+    m_lastSeconds = 0;
     m_running.start();
     m_tick.start();
     UpdateControls();
@@ -79,14 +87,29 @@ bool CStatusRealTimeLoggingPP::StartLogging(const QString& path) {
 
 void CStatusRealTimeLoggingPP::StopLogging() {
     m_tick.stop();
-    m_file.reset();
+    if (m_writer) {
+        m_receiver->RemoveRawTap(m_writer);
+        m_writer->Stop();
+        m_last = m_writer->State();
+        m_lastSeconds = m_running.elapsed() / 1000;
+        m_writer = {};
+    }
     UpdateControls();
     ShowState();
 }
 
-void CStatusRealTimeLoggingPP::Write(const QByteArray& bytes) {
-    if (!m_file) return;
-    m_bytes += m_file->write(bytes);
+devio::RAW_LOG_STATE CStatusRealTimeLoggingPP::LogState() const { return m_writer ? m_writer->State() : m_last; }
+
+// A log whose file can no longer be written stops, and says why.
+void CStatusRealTimeLoggingPP::OnTick() {
+    const int error = LogState().error;
+    if (error == 0) {
+        ShowState();
+        return;
+    }
+    StopLogging();
+    uikit::CMessageBoxService::ReportError(this, basekit::CWinException("RealTimeLogging", __LINE__, basekit::ustring::FromQString(m_path),
+                                                                        basekit::SystemErrorFromErrno(error)));
 }
 
 void CStatusRealTimeLoggingPP::OnStartStop() {
@@ -99,15 +122,18 @@ void CStatusRealTimeLoggingPP::ShowState() {
     const QLocale l;
     const QString path = m_controls.Get<QLineEdit>(IDC_FILE)->text();
     const QStorageInfo storage(QFileInfo(path).absolutePath());
-    const qint64 seconds = IsLoggingInProgress() ? m_running.elapsed() / 1000 : 0;
-    m_controls.Get<QLabel>(IDC_STATE)->setText(LoadResString(IDS_LOGGING_STATE)
-                                                   .ToQString()
-                                                   .arg(l.formattedDataSize(m_bytes),
-                                                        QStringLiteral("%1:%2:%3")
-                                                            .arg(seconds / 3600)
-                                                            .arg(seconds / 60 % 60, 2, 10, QLatin1Char('0'))
-                                                            .arg(seconds % 60, 2, 10, QLatin1Char('0')),
-                                                        l.formattedDataSize(storage.bytesAvailable())));
+    const qint64 seconds = IsLoggingInProgress() ? m_running.elapsed() / 1000 : m_lastSeconds;
+    const devio::RAW_LOG_STATE state = LogState();
+    const QString duration = QStringLiteral("%1:%2:%3")
+                                 .arg(seconds / 3600)
+                                 .arg(seconds / 60 % 60, 2, 10, QLatin1Char('0'))
+                                 .arg(seconds % 60, 2, 10, QLatin1Char('0'));
+    QString text = LoadResString(IDS_LOGGING_STATE)
+                       .ToQString()
+                       .arg(l.formattedDataSize(static_cast<qint64>(state.written)), duration,
+                            l.formattedDataSize(storage.bytesAvailable()));
+    if (state.dropped > 0) text += LoadResString(IDS_RT_LOG_LOST).ToQString().arg(l.formattedDataSize(static_cast<qint64>(state.dropped)));
+    m_controls.Get<QLabel>(IDC_STATE)->setText(text);
 }
 
 // Closing the sheet stops logging with it.

@@ -17,8 +17,8 @@ bool IsSocket(int fd) {
 }
 }  // namespace
 
-CLink::CLink(CSmartPtr<IPortAddr> address, int fd)
-    : m_address(std::move(address)), m_fd(fd), m_isSocket(IsSocket(fd)) {}
+CLink::CLink(CSmartPtr<IPortAddr> address, int fd, Traffic traffic)
+    : m_address(std::move(address)), m_fd(fd), m_traffic(traffic), m_isSocket(IsSocket(fd)) {}
 
 CLink::~CLink() {
     if (m_fd >= 0) ::close(m_fd);

@@ -15,13 +15,18 @@ namespace devio {
 // the in-process simulator. One reader polls it; writers serialise on the write lock.
 class CLink {
 public:
-    CLink(CSmartPtr<IPortAddr> address, int fd);
+    // NmeaOnly: a feed of sentences (a replayed capture, gpsd) with no receiver behind it to
+    // answer commands.
+    enum class Traffic { Commands, NmeaOnly };
+
+    CLink(CSmartPtr<IPortAddr> address, int fd, Traffic traffic = Traffic::Commands);
     virtual ~CLink();
     CLink(const CLink&) = delete;
     CLink& operator=(const CLink&) = delete;
 
     int Fd() const { return m_fd; }
     const CSmartPtr<IPortAddr>& Address() const { return m_address; }
+    bool TakesCommands() const { return m_traffic == Traffic::Commands; }
     CWireLog& WireLog() { return m_log; }
 
     // Reads what is there without waiting: Success with got > 0, Timeout when nothing is
@@ -36,6 +41,7 @@ public:
 private:
     CSmartPtr<IPortAddr> m_address;
     int m_fd;
+    Traffic m_traffic;
     bool m_isSocket;
     std::mutex m_writeMutex;
     CWireLog m_log;

@@ -12,6 +12,7 @@
 #include <mutex>
 
 #include "platform/basekit/CWinException.h"
+#include "platform/devio/CReplayLink.h"
 #include "platform/devio/SerialLine.h"
 
 namespace devio {
@@ -79,6 +80,8 @@ std::unique_ptr<CLink> CLinkFactory::Open(const CSmartPtr<IPortAddr>& address) {
         case PortSerial: return OpenSerial(address);
         case PortNetwork: return OpenTcp(address);
         case PortInProcess: return OpenInProcess(address);
+        case PortReplay: return CReplayLink::Open(address);
+        case PortGpsd: return OpenGpsd(address);
         default: Fail(address, basekit::kErrorInternal);
     }
 }
@@ -93,6 +96,21 @@ std::unique_ptr<CLink> CLinkFactory::OpenSerial(const CSmartPtr<IPortAddr>& addr
 }
 
 std::unique_ptr<CLink> CLinkFactory::OpenTcp(const CSmartPtr<IPortAddr>& address) {
+    return std::make_unique<CLink>(address, ConnectTcp(address));
+}
+
+// gpsd sends nothing until a client asks; this asks for the receivers' sentences as they came.
+// Its JSON answers ("VERSION", "DEVICES", "WATCH") are no sentences and the lexer passes them by.
+std::unique_ptr<CLink> CLinkFactory::OpenGpsd(const CSmartPtr<IPortAddr>& address) {
+    constexpr unsigned kWatchTimeoutMs = 5000;
+    auto link = std::make_unique<CLink>(address, ConnectTcp(address), CLink::Traffic::NmeaOnly);
+    const LinkStatus status = link->Write("?WATCH={\"enable\":true,\"nmea\":true};\n", kWatchTimeoutMs);
+    if (status != LinkStatus::Success)
+        Fail(address, status == LinkStatus::Timeout ? basekit::kErrorTimeout : basekit::kErrorLinkLost);
+    return link;
+}
+
+int CLinkFactory::ConnectTcp(const CSmartPtr<IPortAddr>& address) {
     const auto props = address->GetProperties();
     const QByteArray host = props->GetProperty(L"Host").toString().toUtf8();
     const QByteArray port = props->GetProperty(L"Port").toString().toUtf8();
@@ -117,7 +135,7 @@ std::unique_ptr<CLink> CLinkFactory::OpenTcp(const CSmartPtr<IPortAddr>& address
         if (soError != 0) { lastError = soError; continue; }
         const int one = 1;
         ::setsockopt(fd.Get(), IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
-        return std::make_unique<CLink>(address, fd.Release());
+        return fd.Release();
     }
     FailErrno(address, lastError);
 }

@@ -20,6 +20,8 @@ private:
     static std::unique_ptr<CLink> OpenSerial(const CSmartPtr<IPortAddr>& address);
     static std::unique_ptr<CLink> OpenTcp(const CSmartPtr<IPortAddr>& address);
     static std::unique_ptr<CLink> OpenInProcess(const CSmartPtr<IPortAddr>& address);
+    static std::unique_ptr<CLink> OpenGpsd(const CSmartPtr<IPortAddr>& address);
+    static int ConnectTcp(const CSmartPtr<IPortAddr>& address);
 };
 
 }  // namespace devio

@@ -12,10 +12,13 @@ namespace devio {
 namespace {
 
 struct OptionName { const char* option; const wchar_t* property; };
-constexpr std::array<OptionName, 7> kOptions{{
+// "rate" is the replay's name for the line rate a capture was taken at.
+constexpr std::array<OptionName, 9> kOptions{{
     {"baud", L"BaudRate"}, {"bits", L"ByteSize"}, {"parity", L"Parity"}, {"stops", L"StopBits"},
-    {"rtscts", L"RtsCts"}, {"timeout", L"ConnectTimeout"}, {"log", L"WireLog"},
+    {"rtscts", L"RtsCts"}, {"timeout", L"ConnectTimeout"}, {"log", L"WireLog"}, {"rate", L"BaudRate"},
+    {"loop", L"Loop"},
 }};
+constexpr int kGpsdPort = 2947;
 
 const wchar_t* PropertyOf(const QString& option) {
     for (const auto& o : kOptions)
@@ -31,7 +34,7 @@ template <typename... Args>
 
 // Numeric options must be whole numbers; the factory checks their ranges.
 void CheckNumbers(const ustring& text, const std::map<ustring, QVariant>& props) {
-    for (const wchar_t* name : {L"BaudRate", L"ByteSize", L"StopBits", L"ConnectTimeout"}) {
+    for (const wchar_t* name : {L"BaudRate", L"ByteSize", L"StopBits", L"ConnectTimeout", L"Loop"}) {
         const auto it = props.find(name);
         if (it == props.end()) continue;
         bool ok = false;
@@ -43,7 +46,7 @@ void CheckNumbers(const ustring& text, const std::map<ustring, QVariant>& props)
     }
 }
 
-// "sim:", "serial:/dev/x?...", "tcp://host:port?..."
+// "sim:", "serial:/dev/x?...", "tcp://host:port?...", "file:/path?rate=..&loop=1", "gpsd://host[:port]"
 CSmartPtr<IPortAddr> Make(const ustring& text) {
     const QString s = text.ToQString().trimmed();
     const QString schemeEnd = s.section(QLatin1Char(':'), 0, 0);
@@ -73,6 +76,20 @@ CSmartPtr<IPortAddr> Make(const ustring& text) {
         props[L"Port"] = url.port();
         const ustring name = ustring::FromQString(url.host() + QLatin1Char(':') + QString::number(url.port()));
         return CSmartPtr<IPortAddr>(new CPortAddr(PortNetwork, name, std::move(props), text));
+    }
+    if (schemeEnd == QLatin1String("file")) {
+        const QString path = head.mid(5);
+        if (path.isEmpty()) Refuse(kStrLinkNoCapturePath, text);
+        if (!props.count(L"BaudRate")) props[L"BaudRate"] = 115200;
+        return CSmartPtr<IPortAddr>(new CPortAddr(PortReplay, ustring::FromQString(path), std::move(props), text));
+    }
+    if (schemeEnd == QLatin1String("gpsd")) {
+        const QUrl url(head);
+        if (!url.isValid() || url.host().isEmpty() || url.port(kGpsdPort) <= 0) Refuse(kStrLinkNoGpsdHost, text);
+        props[L"Host"] = url.host();
+        props[L"Port"] = url.port(kGpsdPort);
+        const ustring name = ustring::FromQString(url.host() + QLatin1Char(':') + QString::number(url.port(kGpsdPort)));
+        return CSmartPtr<IPortAddr>(new CPortAddr(PortGpsd, name, std::move(props), text));
     }
     Refuse(kStrLinkUnknownKind, text);
 }

@@ -9,6 +9,7 @@
 
 #include "platform/basekit/CWinException.h"
 #include "platform/devio/CLinkFactory.h"
+#include "platform/devio/DevioStrings.h"
 #include "platform/devio/lexer/CStreamLexer.h"
 #include "platform/devio/nmea/CDataLinkDecoder.h"
 #include "platform/devio/nmea/CNmeaDecoder.h"
@@ -130,6 +131,7 @@ void CReceiver::ReaderLoop() {
             status = m_link->ReadSome(buffer.data(), buffer.size(), got);
             if (status != LinkStatus::Success) break;
             OnBytesArrived();
+            Tap(std::string_view(buffer.data(), got));
             ApplyLexerRequests(reader);
             reader.Feed(buffer.data(), got);
             if (got < buffer.size()) break;   // drained: no read that would only say EAGAIN
@@ -306,8 +308,15 @@ void CReceiver::SendAbort(CommandId id, unsigned timeoutMs) {
 
 std::string CReceiver::AbortLine(CommandId id) { return "\x18" + std::to_string(id) + "\r\n"; }
 
+// No receiver listens behind an NMEA feed: waiting out a time-out would only hide that.
+void CReceiver::RefuseCommand(const ustring& command) const {
+    throw basekit::CStdException(ustring::Format(DevioText(kStrLinkNmeaOnly).c_str(), m_link->Address()->ToUrl(), command),
+                                 "Receiver", __LINE__);
+}
+
 CommandId CReceiver::IssueCommand(const ustring& command, bool sendFlag, const CSmartPtr<CCommandReply>& reply,
                                   const CSmartPtr<INotice>& notice, unsigned timeoutMs, bool sendOption) {
+    if (!m_link->TakesCommands()) RefuseCommand(command);
     const CommandId id = m_nextId++;
     {
         const std::lock_guard lock(m_pendingMutex);
@@ -354,6 +363,11 @@ void CReceiver::Cancel(CommandId id) {
 void CReceiver::WriteRaw(const ustring& text) { WriteRaw(std::string_view(text.ToUtf8())); }
 
 void CReceiver::WriteRaw(std::string_view bytes) {
+    if (!m_link->TakesCommands()) {
+        std::string_view shown = bytes;
+        while (!shown.empty() && (shown.back() == '\r' || shown.back() == '\n')) shown.remove_suffix(1);
+        RefuseCommand(ustring::FromUtf8(shown));
+    }
     if (m_link->Write(bytes, kRawWriteTimeoutMs) != LinkStatus::Success)
         throw basekit::CWinException("Receiver", __LINE__, L"devio::IPort::WriteRaw", basekit::kErrorLinkLost);
 }
@@ -438,6 +452,24 @@ LINK_HEALTH CReceiver::GetLinkHealth() const {
     const std::int64_t last = m_lastByteNs.load();
     if (last != 0) health.msSinceLastByte = (Nanoseconds(Clock::now()) - last) / 1000000;
     return health;
+}
+
+bool CReceiver::AddRawTap(const CSmartPtr<IRawTap>& tap) {
+    if (!tap) return false;
+    const std::lock_guard lock(m_tapMutex);
+    if (std::find(m_taps.begin(), m_taps.end(), tap) == m_taps.end()) m_taps.push_back(tap);
+    return true;
+}
+
+void CReceiver::RemoveRawTap(const CSmartPtr<IRawTap>& tap) {
+    const std::lock_guard lock(m_tapMutex);
+    std::erase(m_taps, tap);
+}
+
+// Held while the taps run, so that a removed tap is never called after RemoveRawTap returns.
+void CReceiver::Tap(std::string_view bytes) {
+    const std::lock_guard lock(m_tapMutex);
+    for (const auto& tap : m_taps) tap->OnRawBytes(bytes);
 }
 
 size_t CReceiver::PendingCount() const {

@@ -39,6 +39,9 @@ public:
     bool IsReady() const override;
     CSmartPtr<IListenerHost> GetListenerHost() const override;
     LINK_HEALTH GetLinkHealth() const override;
+    bool AddRawTap(const CSmartPtr<IRawTap>& tap) override;
+    void RemoveRawTap(const CSmartPtr<IRawTap>& tap) override;
+    bool TakesCommands() const override { return m_link->TakesCommands(); }
 
     // ICommandChannel
     CommandId IssueCommand(const ustring& command, bool sendFlag, const CSmartPtr<CCommandReply>& reply,
@@ -92,8 +95,12 @@ private:
     void SendAbort(CommandId id, unsigned timeoutMs);
     void Complete(CommandId id, CCommandReply::Result result);
     void Raise(unsigned event);
+    void Tap(std::string_view bytes);
+    [[noreturn]] void RefuseCommand(const ustring& command) const;
 
     std::unique_ptr<CLink> m_link;
+    std::mutex m_tapMutex;
+    std::vector<CSmartPtr<IRawTap>> m_taps;
     CSmartPtr<CListenerHost> m_listeners;
     basekit::CEvent m_wake{basekit::CEvent::Mode::Manual};
     std::atomic<bool> m_alive{true};

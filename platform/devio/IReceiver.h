@@ -4,6 +4,7 @@
 #include "platform/devio/ICommandChannel.h"
 #include "platform/devio/IListener.h"
 #include "platform/devio/IPort.h"
+#include "platform/devio/IRawTap.h"
 #include "platform/devio/LinkHealth.h"
 
 namespace devio {
@@ -26,6 +27,13 @@ struct IReceiver : basekit::IRefCounted {
     virtual CSmartPtr<IListenerHost> GetListenerHost() const = 0;
     // The link's state and counters; a receiver that keeps none reports an idle healthy link.
     virtual LINK_HEALTH GetLinkHealth() const { return LINK_HEALTH{}; }
+    // From now on every byte the link receives also goes to the tap; false when this receiver
+    // has no link to tap. Once RemoveRawTap has returned, the tap is not called again.
+    virtual bool AddRawTap(const CSmartPtr<IRawTap>& /*tap*/) { return false; }
+    virtual void RemoveRawTap(const CSmartPtr<IRawTap>& /*tap*/) {}
+    // False on a link that carries only NMEA sentences (a replayed capture, gpsd): there every
+    // command fails at once with a basekit::CStdException that says so.
+    virtual bool TakesCommands() const { return true; }
 
 protected:
     ~IReceiver() = default;

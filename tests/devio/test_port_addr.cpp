@@ -16,6 +16,8 @@ TEST(PortAddr, LinkTexts) {
         {"tcp host and port", L"tcp://127.0.0.1:4001", PortNetwork, L"127.0.0.1:4001", L"Port", 4001},
         {"the built-in simulator", L"sim:", PortInProcess, L"sim", L"BaudRate", QVariant()},
         {"nothing named is the simulator", L"  ", PortInProcess, L"sim", L"BaudRate", QVariant()},
+        {"a capture at its line rate", L"file:/tmp/c.log?rate=9600&loop=1", PortReplay, L"/tmp/c.log", L"BaudRate", QStringLiteral("9600")},
+        {"gpsd on its own port", L"gpsd://localhost", PortGpsd, L"localhost:2947", L"Port", 2947},
     };
     for (const auto& c : cases) {
         const auto addr = IPortAddr::Parse(c.url);
@@ -43,6 +45,7 @@ TEST(PortAddr, BadTextsAreRefusedWithTheirReason) {
         {"an unknown kind", L"ftp://x", L"is not a link this program knows"},
         {"a bare device path", L"/dev/ttyUSB0", L"is not a link this program knows"},
         {"an unknown option", L"sim:?colour=red", L"unknown option \"colour\""},
+        {"a capture without a file", L"file:", L"names no capture file"},
     };
     for (const ROW& row : rows) {
         try {

@@ -12,9 +12,10 @@ struct SimLink {
     basekit::CSmartPtr<devio::CReceiver> receiver;
 
     enum class Over { Tcp, Pty };
-    explicit SimLink(Over over = Over::Tcp, rcvsim::SimOptions options = {}, int rate = 115200) {
+    explicit SimLink(Over over = Over::Tcp, rcvsim::SimOptions options = {}, int rate = 115200,
+                     std::shared_ptr<const rcvsim::SimClock> clock = nullptr) {
         options.lineRate = rate;
-        sim = std::make_unique<rcvsim::RcvSim>(options);
+        sim = std::make_unique<rcvsim::RcvSim>(options, std::move(clock));
         std::wstring url;
         if (over == Over::Tcp) {
             url = L"tcp://127.0.0.1:" + std::to_wstring(sim->StartTcp("127.0.0.1", 0));

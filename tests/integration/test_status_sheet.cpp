@@ -6,6 +6,8 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <QFile>
+#include <QTemporaryDir>
 #include <condition_variable>
 #include <fstream>
 #include <mutex>
@@ -66,6 +68,54 @@ TEST(StatusSheetLive, TheSimulatorsStreamReachesEveryPageAndStopsAfterwards) {
     EXPECT_GE(sheet.ScatterPage().Samples().Samples().size(), 20u);
     devio::CVokReceiverMate mate(link.Receiver());
     EXPECT_TRUE(mate.GetPortMessages(mate.GetCurrentTerminal()).empty()) << "dm,/cur/term left nothing scheduled";
+}
+
+// The simulator on a hand-stepped clock says nothing unasked, so the log's bytes are exactly what
+// it wrote between the start and the stop: a reply, then one GGA per step.
+TEST(StatusSheetLive, TheLogFileHoldsExactlyTheBytesTheSimulatorSent) {
+    std::mutex mutex;
+    std::string sent;
+    rcvsim::SimOptions options;
+    options.onSent = [&](std::string_view, std::string_view bytes) {
+        const std::lock_guard lock(mutex);
+        sent.append(bytes);
+    };
+    const auto clock = std::make_shared<rcvsim::ManualClock>(1718359200.5);   // between two fixes
+    SimLink link(SimLink::Over::Tcp, options, 115200, clock);
+    CReceiverStatusPS sheet(link.Receiver(), nullptr);
+    const QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("rt.log"));
+    size_t from = 0, steps = 0;
+    std::string expected;
+    bool started = false, ended = false;
+    const fenktest::CIdleTrigger idle(&sheet, [&] {
+        if (started) return;
+        started = true;
+        {
+            const std::lock_guard lock(mutex);
+            from = sent.size();
+        }
+        ASSERT_TRUE(sheet.LoggingPage().StartLogging(path));
+        devio::CVokReceiverMate(link.Receiver()).EnableMessages(devio::vok::CUR_TERM, L"/msg/nmea/GGA:{1,0,0,0x0}");
+        clock->Advance(1);
+    });
+    const fenktest::CEventTrigger notices(&sheet, basekit::CWindowMessageEvent::EventType(), [&] {
+        if (ended || sheet.NoticesHandled(CReceiverStatusPS::kNoticePosition) <= steps) return;
+        if (++steps < 5) return clock->Advance(1);
+        ended = true;
+        sheet.LoggingPage().StopLogging();
+        const std::lock_guard lock(mutex);
+        expected = sent.substr(from);
+        sheet.EndDialog(2);
+    });
+    fenktest::EndAfterMinute(&sheet, [&] { sheet.EndDialog(99); });
+    EXPECT_EQ(sheet.DoModal(), 2);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray logged = file.readAll();
+    EXPECT_EQ(logged.toStdString(), expected);
+    EXPECT_EQ(logged.count("$GNGGA"), 5) << "one fix per step, after the reply to em";
+    EXPECT_EQ(sheet.LoggingPage().LogState().written, static_cast<std::uint64_t>(logged.size()));
 }
 
 // A loopback server that sends one capture when told to and keeps the line open until closed.

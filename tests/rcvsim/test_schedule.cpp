@@ -38,6 +38,8 @@ struct ScheduleRow {
     double seconds;
     int expected;
     const char* legend;
+    const char* sentence = "GNGGA";
+    double step = 0.25;
 };
 const ScheduleRow kCounts[] = {
     {"em,/dev/ser/a,/msg/nmea/GGA:{1.000000,0.000000,3,0x0}", 10, 3, "count 3 stops after three"},
@@ -47,13 +49,17 @@ const ScheduleRow kCounts[] = {
     {"em,/dev/ser/a,/msg/nmea/GGA:{0.000000,0.000000,0,0x0}", 5, 1, "no period: once"},
     {"em,/dev/ser/a,/msg/nmea/GGA", 10, 10, "default schedule from /msg/def"},
     {"em,/dev/ser/a,{/msg/nmea/GGA,/msg/nmea/ZDA}", 4, 4, "braced message list"},
+    {"em,/dev/ser/a,/msg/nmea/GGA:{0.050000,0.000000,0,0x0}", 2, 40, "20 Hz positions", "GNGGA", 0.025},
+    {"em,/dev/ser/a,/msg/nmea/GST", 3, 3, "error statistics", "GNGST"},
+    {"em,/dev/ser/a,/msg/nmea/VTG", 3, 3, "course and speed", "GNVTG"},
+    {"em,/dev/ser/a,/msg/nmea/GLL", 3, 3, "latitude and longitude", "GNGLL"},
 };
 
 TEST(Scheduling, CountAndPeriodAreHonoured) {
     for (const auto& row : kCounts) {
         SimReceiver sim;
         ASSERT_EQ(sim.Run(row.em).status, 0) << row.legend;
-        EXPECT_EQ(CountOf(Collect(sim, row.seconds), "GNGGA", "dev/ser/a"), row.expected) << row.legend;
+        EXPECT_EQ(CountOf(Collect(sim, row.seconds, row.step), row.sentence, "dev/ser/a"), row.expected) << row.legend;
     }
 }
 

@@ -113,6 +113,8 @@ public:
     // Signals every notice subscribed to the event, as the reader thread would.
     void RaiseEvent(unsigned event);
     devio::CListenerHost& Host() { return *m_host; }
+    // Taken, and never called: no bytes pass through a scripted receiver.
+    bool AddRawTap(const CSmartPtr<devio::IRawTap>&) override { return true; }
 
     // ICommandChannel
     devio::CommandId IssueCommand(const ustring& command, bool sendFlag, const CSmartPtr<devio::CCommandReply>& reply,

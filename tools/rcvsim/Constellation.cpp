@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <span>
 
 namespace rcvsim {
 namespace {
@@ -41,20 +42,35 @@ struct GeoSlot {
 constexpr std::array kSbas{GeoSlot{120, -15.5}, GeoSlot{124, 5.0}, GeoSlot{126, 25.0},
                            GeoSlot{129, 140.0}, GeoSlot{131, -117.0}, GeoSlot{133, -129.0},
                            GeoSlot{135, -133.0}, GeoSlot{137, 145.0}, GeoSlot{138, -107.3}};
+constexpr std::array kBeiDouGeo{GeoSlot{1, 140.0}, GeoSlot{2, 80.0}, GeoSlot{3, 110.5}, GeoSlot{4, 160.0},
+                                GeoSlot{5, 58.75}};
 
-void AddQzss(std::vector<Satellite>& out) {
-    constexpr double kCentreLon = 135.0;
-    // Figure-eight tracks centred on one longitude: the node must sit on that longitude when
-    // the satellite crosses it, which fixes the right ascension for each starting phase.
-    for (int i = 0; i < 4; ++i) {
+// Satellites on figure-eight tracks centred on one longitude (QZSS, BeiDou's inclined
+// geosynchronous ones): the node must sit on that longitude when the satellite crosses it,
+// which fixes the right ascension for each starting phase.
+void AddFigureEights(std::vector<Satellite>& out, GnssSystem sys, int firstPrn, int count, double centreLon,
+                     double incDeg) {
+    for (int i = 0; i < count; ++i) {
         Satellite sat;
-        sat.system = GnssSystem::Qzss;
-        sat.prn = 193 + i;
+        sat.system = sys;
+        sat.prn = firstPrn + i;
         sat.radius = kGeoRadius;
-        sat.inclination = Geodesy::Rad(41.0);
-        sat.argLat0 = Geodesy::Rad(90.0 * i);
+        sat.inclination = Geodesy::Rad(incDeg);
+        sat.argLat0 = Geodesy::Rad(360.0 * i / count);
         sat.motion = Geodesy::kEarthRate;
-        sat.raan = Geodesy::Rad(kCentreLon) + EarthAngle(0) - sat.argLat0;
+        sat.raan = Geodesy::Rad(centreLon) + EarthAngle(0) - sat.argLat0;
+        out.push_back(sat);
+    }
+}
+
+void AddGeostationary(std::vector<Satellite>& out, GnssSystem sys, std::span<const GeoSlot> slots) {
+    for (const auto& slot : slots) {
+        Satellite sat;
+        sat.system = sys;
+        sat.prn = slot.prn;
+        sat.radius = kGeoRadius;
+        sat.geostationary = true;
+        sat.lonDeg = slot.lonDeg;
         out.push_back(sat);
     }
 }
@@ -86,6 +102,8 @@ int Satellite::NmeaId() const {
     case GnssSystem::Glonass: return 64 + prn;
     case GnssSystem::Sbas: return prn - 87;
     case GnssSystem::Qzss: return prn;
+    case GnssSystem::Galileo: return prn;
+    case GnssSystem::BeiDou: return prn;
     }
     return prn;
 }
@@ -93,16 +111,12 @@ int Satellite::NmeaId() const {
 Constellation::Constellation() {
     AddWalker(sats_, GnssSystem::Gps, 6, 4, 1, 26559.7e3, 55.0, 1);
     AddWalker(sats_, GnssSystem::Glonass, 3, 8, 1, 25508.0e3, 64.8, 1);
-    for (const auto& slot : kSbas) {
-        Satellite sat;
-        sat.system = GnssSystem::Sbas;
-        sat.prn = slot.prn;
-        sat.radius = kGeoRadius;
-        sat.geostationary = true;
-        sat.lonDeg = slot.lonDeg;
-        sats_.push_back(sat);
-    }
-    AddQzss(sats_);
+    AddGeostationary(sats_, GnssSystem::Sbas, kSbas);
+    AddFigureEights(sats_, GnssSystem::Qzss, 193, 4, 135.0, 41.0);
+    AddWalker(sats_, GnssSystem::Galileo, 3, 9, 1, 29600.0e3, 56.0, 1);
+    AddGeostationary(sats_, GnssSystem::BeiDou, kBeiDouGeo);
+    AddFigureEights(sats_, GnssSystem::BeiDou, 6, 3, 118.0, 55.0);
+    AddWalker(sats_, GnssSystem::BeiDou, 3, 8, 1, 27906.0e3, 55.0, 19);
 }
 
 Ecef Constellation::Position(const Satellite& sat, double t) {

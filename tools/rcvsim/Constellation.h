@@ -5,12 +5,14 @@
 
 namespace rcvsim {
 
-enum class GnssSystem { Gps = 1, Glonass = 2, Sbas = 3, Qzss = 4 };
+// The numbers are the satellite-list system codes the host decodes into.
+enum class GnssSystem { Gps = 1, Glonass = 2, Sbas = 3, Qzss = 4, Galileo = 6, BeiDou = 7 };
 
 // One satellite on a circular orbit (or fixed over a longitude, for SBAS).
 struct Satellite {
     GnssSystem system = GnssSystem::Gps;
-    int prn = 0;             // GPS PRN, GLONASS slot, SBAS PRN (120..158), QZSS PRN (193..)
+    int prn = 0;             // GPS PRN, GLONASS slot, SBAS PRN (120..158), QZSS PRN (193..),
+                             // Galileo and BeiDou numbers (1..)
     double radius = 0;       // metres from the Earth's centre
     double inclination = 0;  // radians
     double raan = 0;         // right ascension of the ascending node, radians (inertial)
@@ -19,7 +21,8 @@ struct Satellite {
     bool geostationary = false;
     double lonDeg = 0;       // geostationary longitude
 
-    int NmeaId() const;      // GPS 1-32, SBAS 33-64, GLONASS 65-96, QZSS 193-
+    int NmeaId() const;      // GPS 1-32, SBAS 33-64, GLONASS 65-96, QZSS 193-; Galileo and BeiDou
+                             // their own numbers (under their GA and GB talkers)
 };
 
 struct SatView {
@@ -36,8 +39,9 @@ struct Dop {
     bool valid = false;
 };
 
-// A synthetic GPS (6 x 4), GLONASS (3 x 8), SBAS (geostationary) and QZSS (inclined
-// geosynchronous) constellation. Time is UTC seconds since 1970.
+// A synthetic sky of 120 satellites: GPS (6 x 4), GLONASS (3 x 8), SBAS (9 geostationary),
+// QZSS (4 inclined geosynchronous), Galileo (3 x 9) and BeiDou (3 x 8 medium orbits, 3 inclined
+// geosynchronous, 5 geostationary). Time is UTC seconds since 1970.
 class Constellation {
 public:
     Constellation();

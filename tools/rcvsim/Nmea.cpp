@@ -44,14 +44,27 @@ constexpr Talker kGsvTalkers[] = {
     {"GP", [](GnssSystem s) { return s == GnssSystem::Gps || s == GnssSystem::Sbas; }},
     {"GL", [](GnssSystem s) { return s == GnssSystem::Glonass; }},
     {"QZ", [](GnssSystem s) { return s == GnssSystem::Qzss; }},
+    {"GA", [](GnssSystem s) { return s == GnssSystem::Galileo; }},
+    {"GB", [](GnssSystem s) { return s == GnssSystem::BeiDou; }},
 };
 
 struct GsaSystem {
     GnssSystem system;
     int nmeaSystemId;  // the system id field of NMEA 4.10 GSA
 };
+constexpr double kKnot = 1852.0 / 3600.0;  // m/s
+
 constexpr GsaSystem kGsaSystems[] = {
-    {GnssSystem::Gps, 1}, {GnssSystem::Glonass, 2}, {GnssSystem::Qzss, 5}};
+    {GnssSystem::Gps, 1}, {GnssSystem::Glonass, 2}, {GnssSystem::Galileo, 3}, {GnssSystem::BeiDou, 4},
+    {GnssSystem::Qzss, 5}};
+
+// RMC, GLL and VTG mode indicator of a fix quality; 'N' when there is no fix.
+char ModeIndicator(const Fix& fix, bool valid) {
+    static constexpr char kMode[] = {'N', 'A', 'D', 'A', 'R', 'F'};
+    return valid ? kMode[fix.quality < 0 || fix.quality > 5 ? 0 : fix.quality] : 'N';
+}
+
+bool Valid(const Fix& fix) { return fix.UsedCount() >= 4 && fix.dop.valid; }
 
 }  // namespace
 
@@ -86,32 +99,30 @@ std::string Nmea::Gga(const Fix& fix) {
 
 std::string Nmea::Rmc(const Fix& fix) {
     const Utc u = ToUtc(fix.time);
-    const bool valid = fix.UsedCount() >= 4 && fix.dop.valid;
-    static constexpr char kMode[] = {'N', 'A', 'D', 'A', 'R', 'F'};
-    const char mode = valid ? kMode[fix.quality < 0 || fix.quality > 5 ? 0 : fix.quality] : 'N';
+    const bool valid = Valid(fix);
     char buf[160];
-    std::snprintf(buf, sizeof buf, "GNRMC,%s,%c,%s,0.00,0.00,%02d%02d%02d,,,%c", Clock(u).c_str(),
-                  valid ? 'A' : 'V', LatLon(fix.position).c_str(), u.tm.tm_mday, u.tm.tm_mon + 1,
-                  u.tm.tm_year % 100, mode);
+    std::snprintf(buf, sizeof buf, "GNRMC,%s,%c,%s,%.2f,%.2f,%02d%02d%02d,,,%c", Clock(u).c_str(),
+                  valid ? 'A' : 'V', LatLon(fix.position).c_str(), fix.speed / kKnot, fix.course,
+                  u.tm.tm_mday, u.tm.tm_mon + 1, u.tm.tm_year % 100, ModeIndicator(fix, valid));
     return Sentence(buf);
 }
 
 std::string Nmea::Gsa(const Fix& fix) {
     std::string out;
     for (const auto& sys : kGsaSystems) {
-        std::string ids;
-        int listed = 0;
-        for (const auto& s : fix.sats) {
-            if (!s.used || s.sat->system != sys.system || listed == 12) continue;
-            ids += std::to_string(s.sat->NmeaId()) + ",";
-            ++listed;
+        std::vector<int> ids;
+        for (const auto& s : fix.sats)
+            if (s.used && s.sat->system == sys.system) ids.push_back(s.sat->NmeaId());
+        // A system with more than twelve used satellites takes a sentence per twelve.
+        for (std::size_t first = 0; first < ids.size(); first += 12) {
+            std::string fields;
+            for (std::size_t i = first; i < first + 12; ++i)
+                fields += (i < ids.size() ? std::to_string(ids[i]) : std::string()) + ",";
+            char buf[160];
+            std::snprintf(buf, sizeof buf, "GNGSA,A,%d,%s%.1f,%.1f,%.1f,%d", fix.dop.valid ? 3 : 1,
+                          fields.c_str(), fix.dop.pdop, fix.dop.hdop, fix.dop.vdop, sys.nmeaSystemId);
+            out += Sentence(buf);
         }
-        if (listed == 0) continue;
-        for (int i = listed; i < 12; ++i) ids += ",";
-        char buf[160];
-        std::snprintf(buf, sizeof buf, "GNGSA,A,%d,%s%.1f,%.1f,%.1f,%d", fix.dop.valid ? 3 : 1,
-                      ids.c_str(), fix.dop.pdop, fix.dop.hdop, fix.dop.vdop, sys.nmeaSystemId);
-        out += Sentence(buf);
     }
     return out;
 }
@@ -146,6 +157,32 @@ std::string Nmea::Zda(const Fix& fix) {
     char buf[96];
     std::snprintf(buf, sizeof buf, "GNZDA,%s,%02d,%02d,%04d,00,00", Clock(u).c_str(), u.tm.tm_mday,
                   u.tm.tm_mon + 1, u.tm.tm_year + 1900);
+    return Sentence(buf);
+}
+
+// Pseudo-range error statistics: the ellipse is the solution's sigma stretched by the DOPs.
+std::string Nmea::Gst(const Fix& fix) {
+    const Utc u = ToUtc(fix.time);
+    const double major = fix.sigma * fix.dop.hdop, minor = 0.7 * major;
+    char buf[160];
+    std::snprintf(buf, sizeof buf, "GNGST,%s,%.3f,%.3f,%.3f,%.1f,%.3f,%.3f,%.3f", Clock(u).c_str(),
+                  fix.sigma * fix.dop.pdop, major, minor, std::fmod(fix.time / 60.0, 180.0), 0.9 * major,
+                  0.8 * major, fix.sigma * fix.dop.vdop);
+    return Sentence(buf);
+}
+
+std::string Nmea::Vtg(const Fix& fix) {
+    char buf[96];
+    std::snprintf(buf, sizeof buf, "GNVTG,%.2f,T,,M,%.3f,N,%.3f,K,%c", fix.course, fix.speed / kKnot,
+                  fix.speed * 3.6, ModeIndicator(fix, Valid(fix)));
+    return Sentence(buf);
+}
+
+std::string Nmea::Gll(const Fix& fix) {
+    const bool valid = Valid(fix);
+    char buf[96];
+    std::snprintf(buf, sizeof buf, "GNGLL,%s,%s,%c,%c", LatLon(fix.position).c_str(),
+                  Clock(ToUtc(fix.time)).c_str(), valid ? 'A' : 'V', ModeIndicator(fix, valid));
     return Sentence(buf);
 }
 

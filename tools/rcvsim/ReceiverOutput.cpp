@@ -15,9 +15,9 @@ struct Generator {
     const char* name;
     std::string (*make)(const Fix&);
 };
-constexpr Generator kNmea[] = {{"nmea/GGA", &Nmea::Gga}, {"nmea/RMC", &Nmea::Rmc},
-                               {"nmea/GSA", &Nmea::Gsa}, {"nmea/GSV", &Nmea::Gsv},
-                               {"nmea/ZDA", &Nmea::Zda}};
+constexpr Generator kNmea[] = {{"nmea/GGA", &Nmea::Gga}, {"nmea/RMC", &Nmea::Rmc}, {"nmea/GSA", &Nmea::Gsa},
+                               {"nmea/GSV", &Nmea::Gsv}, {"nmea/ZDA", &Nmea::Zda}, {"nmea/GST", &Nmea::Gst},
+                               {"nmea/VTG", &Nmea::Vtg}, {"nmea/GLL", &Nmea::Gll}};
 
 // The binary and correction messages: one frame of the size a real one takes on the wire
 // (twelve satellites in view), so that a port's load can be checked against bytes sent.
@@ -54,6 +54,17 @@ double Wander(std::string_view mode) {
     if (mode == "pf") return 0.15;
     if (mode == "cd") return 0.6;
     return 1.8;
+}
+
+constexpr double kMetresPerDegree = 111320.0;
+
+// A slow, smooth wander of amplitude `a` metres around the site, as a real solution drifts.
+Geodetic Wandered(const Geodetic& site, double a, double t) {
+    Geodetic g = site;
+    g.latDeg += a * std::sin(t / 97.0) / kMetresPerDegree;
+    g.lonDeg += a * std::cos(t / 131.0) / (kMetresPerDegree * std::cos(Geodesy::Rad(site.latDeg)));
+    g.height += 1.5 * a * std::sin(t / 173.0);
+    return g;
 }
 
 int Quality(std::string_view mode) {
@@ -182,12 +193,15 @@ Fix Receiver::MakeFix(double now) const {
     const double mask = std::atof(Value("pos/elm").c_str());
     fix.sats = sky_.Visible(options_.site, now, mask);
     fix.dop = Constellation::ComputeDop(fix.sats);
-    // A slow, smooth wander around the site, as a real solution drifts.
     const double a = Wander(mode);
-    fix.position = options_.site;
-    fix.position.latDeg += a * std::sin(now / 97.0) / 111320.0;
-    fix.position.lonDeg += a * std::cos(now / 131.0) / (111320.0 * std::cos(Geodesy::Rad(options_.site.latDeg)));
-    fix.position.height += 1.5 * a * std::sin(now / 173.0);
+    fix.position = Wandered(options_.site, a, now);
+    fix.sigma = a / 2;
+    // Speed and course over ground from the wander's slope over one second.
+    const Geodetic before = Wandered(options_.site, a, now - 0.5), after = Wandered(options_.site, a, now + 0.5);
+    const double north = (after.latDeg - before.latDeg) * kMetresPerDegree;
+    const double east = (after.lonDeg - before.lonDeg) * kMetresPerDegree * std::cos(Geodesy::Rad(options_.site.latDeg));
+    fix.speed = std::hypot(north, east);
+    fix.course = std::fmod(Geodesy::Deg(std::atan2(east, north)) + 360.0, 360.0);
     return fix;
 }
 

@@ -248,6 +248,7 @@ bool Session::WriteOutput(Clock::time_point now) {
                                 : ::write(fd_.Get(), out_.data(), want);
     if (n < 0) return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
     throttle_.Consume(static_cast<std::size_t>(n));
+    if (receiver_.Options().onSent) receiver_.Options().onSent(port_, std::string_view(out_.data(), static_cast<std::size_t>(n)));
     out_.erase(0, static_cast<std::size_t>(n));
     Written(static_cast<std::size_t>(n));
     return true;

@@ -1,7 +1,9 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tools/rcvsim/FaultPlan.h"
@@ -29,6 +31,9 @@ struct SimOptions {
     // A season's log folder before yesterday's (docs/simulator.md): dozens of files, three of
     // 90 to 300 MB, none of them held in memory.
     bool fullLogFolder = false;
+    // Told every piece of bytes a connection has written, on that connection's thread: what the
+    // host must have received, for tests that compare.
+    std::function<void(std::string_view port, std::string_view bytes)> onSent;
 };
 
 }  // namespace rcvsim
