@@ -22,7 +22,9 @@ bool CStatusSatPlotPP::OnInitDialog() {
     CFenkPropertyPage::OnInitDialog();
     m_controls = CLayoutFactory::Build(this, kNormal, nullptr, [](const DLG_ITEM&, QWidget* window) { return new CSkyPlot(window); });
     m_plot = static_cast<CSkyPlot*>(m_controls.Item(IDC_SKY_PLOT));
-    WithReceiver([this](devio::CVokReceiverMate& mate) { m_mask = static_cast<double>(mate.Get(devio::par::LockElm)); });
+    // A link that only streams NMEA takes no command: the mask stays at its initial value, unasked.
+    if (GetReceiver() && GetReceiver()->TakesCommands())
+        WithReceiver([this](devio::CVokReceiverMate& mate) { m_mask = static_cast<double>(mate.Get(devio::par::LockElm)); });
     m_plot->SetSatellites({}, m_mask);
     return true;
 }
