@@ -517,6 +517,26 @@ enum FenkStringId : unsigned {
     IDS_IONO_1 = 6097,
     IDS_IONO_2 = 6098,
 
+    // Receiver configuration: Bluetooth and audio (6000s are full)
+    IDS_BLUETOOTH = 6200,
+    IDS_BT_POWER = 6201,
+    IDS_BT_MUX = 6202,
+    IDS_BT_VERSION = 6203,
+    IDS_BT_ADDRESS = 6204,
+    IDS_BT_NAME = 6205,
+    IDS_BT_PIN = 6206,
+    IDS_BT_RESET = 6207,
+    IDS_CONFIRM_BT_RESET = 6208,
+    IDS_NO_BLUETOOTH = 6209,
+    IDS_VOLUME_CONTROL = 6210,
+    IDS_FMT_AUDIO_CHANNEL = 6211,
+    IDS_MASTER_VOLUME = 6212,
+    IDS_VOLUME = 6213,
+    IDS_TEST_SOUND = 6214,
+    IDS_NO_AUDIO = 6215,
+    IDS_COL_OUTPUT = 6216,
+    IDS_COL_ELEVATION_MASK = 6217,
+
     // Each window family numbers its unnumbered texts in its own hundred, so that families
     // added side by side never collide: status 5400, output messages 5500, ports 5600,
     // receiver files 5700, site and coordinates 5800, settings and controller tools 5900,
