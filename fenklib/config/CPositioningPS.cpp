@@ -44,7 +44,7 @@ constexpr DLG_ITEM kGeneralItems[] = {
     FENK_ROW(10, IDC_ANTENNA, CtlKind::DropList, IDS_ANTENNA_INPUT),
     FENK_ROW(11, IDC_ANTENNA_IN_USE, CtlKind::Static, IDS_ANTENNA_IN_USE),
     // One elevation mask per output the receiver lists; the user edits the mask column.
-    {IDC_LABEL + 12, CtlKind::Static, IDS_OUT_ELEVATION_MASK, 6, static_cast<short>(Y(12) + 2), 218, 10, uikit::kAnchorTopWide},
+    {IDC_LABEL + 12, CtlKind::Static, IDS_OUT_ELEVATION_MASKS, 6, static_cast<short>(Y(12) + 2), 218, 10, uikit::kAnchorTopWide},
     {IDC_OUT_ELM, CtlKind::ListView, 0, 6, static_cast<short>(Y(13) - 2), 218, 70, uikit::kAnchorFill},
 };
 constexpr DLG_TEMPLATE kGeneral{IDD_POSITIONING_GENERAL, 230, Y(13) + 72, kGeneralItems};

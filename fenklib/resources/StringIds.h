@@ -536,6 +536,7 @@ enum FenkStringId : unsigned {
     IDS_NO_AUDIO = 6215,
     IDS_COL_OUTPUT = 6216,
     IDS_COL_ELEVATION_MASK = 6217,
+    IDS_OUT_ELEVATION_MASKS = 6218,
 
     // Each window family numbers its unnumbered texts in its own hundred, so that families
     // added side by side never collide: status 5400, output messages 5500, ports 5600,

@@ -523,6 +523,7 @@ constexpr std::array kTable = Sorted(std::to_array<FenkStringEntry>({
     {IDS_NO_AUDIO, L"This receiver has no audio output."},
     {IDS_COL_OUTPUT, L"Output"},
     {IDS_COL_ELEVATION_MASK, L"Mask, deg"},
+    {IDS_OUT_ELEVATION_MASKS, L"Output elevation mask of each port:"},
 }));
 
 constexpr bool StrictlyAscending() {

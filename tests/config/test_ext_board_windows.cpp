@@ -1,5 +1,5 @@
-// The extension board's windows (Bluetooth, channel and master volume), the power switches and
-// the output elevation masks, offscreen against the simulator over loopback: what they show is
+// The extension board's windows (Bluetooth, channel and master volume) and the power switches,
+// offscreen against the simulator over loopback: what they show is
 // what the receiver holds, OK writes exactly what the user changed, Cancel nothing, and a
 // receiver without the board is told apart from a failure.
 #include <gtest/gtest.h>
@@ -8,7 +8,6 @@
 #include <memory>
 
 #include "fenklib/config/CBluetoothDlg.h"
-#include "fenklib/config/CPositioningPS.h"
 #include "fenklib/config/CReceiverPowerDlg.h"
 #include "fenklib/config/CTivar_MasterVolumeDlg.h"
 #include "fenklib/config/CTivar_VolumeControlDlg.h"
@@ -53,8 +52,7 @@ struct EXT_CASE {
     int escapes;                     // "#OFF#" sent raw
 };
 
-const QString kName = QStringLiteral("FNK-600 8Y4K21S0057");
-const Values kBluetooth = {true, false, QVariant(), QVariant(), kName, QStringLiteral("1234")};
+const Values kBluetooth = {true, false, QVariant(), QVariant(), QStringLiteral("FNK-600 8Y4K21S0057"), QStringLiteral("1234")};
 const Values kVolumes = {70, 70, 70};
 
 const EXT_CASE kCases[] = {
@@ -63,8 +61,7 @@ const EXT_CASE kCases[] = {
      [](Values& v) { v[CBluetoothDlg::NAME] = QStringLiteral("Base 7, north"); v[CBluetoothDlg::PIN] = QStringLiteral("0042"); }, 1,
      {"set,/ext/bt/name,\"Base 7, north\"", "set,/ext/bt/pincode,\"0042\""}, 0},
     {"Bluetooth: extension family switched off: the escape is sent", Window::Bluetooth, "Lyn1", true, kBluetooth,
-     [](Values& v) { v[CBluetoothDlg::POWER] = false; v[CBluetoothDlg::MUX] = true; }, 1,
-     {"set,/ext/bt/power,off", "set,/ext/bt/mux,on"}, 1},
+     [](Values& v) { v[CBluetoothDlg::POWER] = false; v[CBluetoothDlg::MUX] = true; }, 1, {"set,/ext/bt/power,off", "set,/ext/bt/mux,on"}, 1},
     {"Bluetooth: another model switched off: no escape", Window::Bluetooth, "FNK-600", true, kBluetooth,
      [](Values& v) { v[CBluetoothDlg::POWER] = false; }, 1, {"set,/ext/bt/power,off"}, 0},
     {"Bluetooth: extension family, multiplexer only: no escape", Window::Bluetooth, "Lyn1", true, kBluetooth,
@@ -72,12 +69,9 @@ const EXT_CASE kCases[] = {
     {"Bluetooth: Cancel after changes", Window::Bluetooth, "Lyn1", true, kBluetooth,
      [](Values& v) { v[CBluetoothDlg::POWER] = false; v[CBluetoothDlg::NAME] = QStringLiteral("x"); }, 2, {}, 0},
     {"Bluetooth: no board: said, nothing written", Window::Bluetooth, "FNK-600", false, {}, [](Values&) {}, 1, {}, 0},
-    {"Volume: one channel changed", Window::Volume, "FNK-600", true, kVolumes, [](Values& v) { v[1] = 35; }, 1,
-     {"set,/ext/audio/vol/2,35"}, 0},
-    {"Volume: Cancel after changes", Window::Volume, "FNK-600", true, kVolumes, [](Values& v) { v[0] = 5; }, 2, {}, 0},
+    {"Volume: one channel changed", Window::Volume, "FNK-600", true, kVolumes, [](Values& v) { v[1] = 35; }, 1, {"set,/ext/audio/vol/2,35"}, 0},
     {"Volume: no audio: said, nothing written", Window::Volume, "FNK-600", false, {}, [](Values&) {}, 1, {}, 0},
-    {"Master: overall volume changed", Window::Master, "Lyn1", true, {70}, [](Values& v) { v[0] = 40; }, 1,
-     {"set,/ext/audio/vol,40"}, 0},
+    {"Master: overall volume changed", Window::Master, "Lyn1", true, {70}, [](Values& v) { v[0] = 40; }, 1, {"set,/ext/audio/vol,40"}, 0},
     {"Master: no audio: said, nothing written", Window::Master, "Lyn1", false, {}, [](Values&) {}, 1, {}, 0},
 };
 
@@ -93,6 +87,9 @@ TEST_P(ExtBoardWindow, ReadsOnOpenAndWritesTheChangesOnOk) {
     const int result = fenktest::RunSteps(*dlg, [&](int step) {
         if (step > 0) return dlg->reject();   // a write that failed left the window open
         absent = dlg->IsAbsent();
+        const char* names[] = {"bluetooth", "volume", "master-volume"};
+        const std::string shot = std::string(names[static_cast<int>(c.window)]) + (c.extBoard ? "" : "-absent");
+        fenktest::SaveTourShot(*dlg, shot.c_str());
         shown = dlg->Collected().value_or(Values{});
         if (!absent) {
             Values v = shown;
@@ -104,7 +101,9 @@ TEST_P(ExtBoardWindow, ReadsOnOpenAndWritesTheChangesOnOk) {
     });
     EXPECT_EQ(result, c.end);
     EXPECT_EQ(absent, c.read.empty());
-    if (!c.read.empty()) EXPECT_EQ(shown, c.read);
+    if (!c.read.empty()) {
+        EXPECT_EQ(shown, c.read);
+    }
     EXPECT_TRUE(boxes.Requests().empty()) << "no error box";
     EXPECT_EQ(link.sim->Core().Writes(), c.written);
     EXPECT_EQ(link.sim->Core().BluetoothEscapes(), c.escapes);
@@ -116,13 +115,12 @@ struct ORDER_CASE {
     const char* legend;
     Window window;
     const char* model;
-    int answer;          // to the question, when one is asked
+    int answer;   // to the question, when one is asked
     Strings written;
     int escapes;
 };
 const ORDER_CASE kOrders[] = {
-    {"Bluetooth reset confirmed, extension family: escape, then the reset", Window::Bluetooth, "Lyn1", uikit::IDYES,
-     {"set,/ext/bt/reset,yes"}, 1},
+    {"Bluetooth reset confirmed, extension family: escape and reset", Window::Bluetooth, "Lyn1", uikit::IDYES, {"set,/ext/bt/reset,yes"}, 1},
     {"Bluetooth reset confirmed, another model", Window::Bluetooth, "FNK-600", uikit::IDYES, {"set,/ext/bt/reset,yes"}, 0},
     {"Bluetooth reset declined", Window::Bluetooth, "Lyn1", uikit::IDNO, {}, 0},
     {"Volume test sound", Window::Volume, "FNK-600", uikit::IDYES, {"set,/ext/audio/play/1,on"}, 0},
@@ -158,7 +156,7 @@ TEST(PowerSwitches, SizedFromTheReceiversList) {
         const int result = fenktest::RunSteps(dlg, [&](int) {
             shown = dlg.SwitchCount();
             Values v = dlg.Collected().value_or(Values{});
-            if (!v.empty()) v.back() = v.back().toInt() == 0 ? 1 : 0;   // the last switch flipped between on and off
+            if (!v.empty()) v.back() = v.back().toInt() == 0 ? 1 : 0;   // the last switch: a word it does not hold
             dlg.Edit(v);
             dlg.accept();
         });
@@ -167,30 +165,6 @@ TEST(PowerSwitches, SizedFromTheReceiversList) {
         ASSERT_EQ(link.sim->Core().Writes().size(), 1u) << switches;
         EXPECT_EQ(link.sim->Core().Writes()[0].rfind("set,pwr/switch/" + std::to_string(switches) + ",", 0), 0u);
     }
-}
-
-// One mask per output the receiver lists; a changed one is written for its output only.
-TEST(OutputElevationMasks, OnePerListedOutput) {
-    const SimLink link = Link("FNK-600", true);
-    QVariantList masks;
-    {
-        CPositioningPS sheet(link.Receiver(), nullptr);
-        fenktest::RunSteps(sheet, [&](int) {
-            fenktest::SaveTourShot(sheet, "positioning-masks");
-            Values g = sheet.GeneralPage().Collected().value_or(Values{});
-            ASSERT_GT(g.size(), 8u);
-            masks = g[8].toList();
-            QVariantList edited = masks;
-            if (edited.size() > 1) edited[1] = QVariantList{edited[1].toList().value(0), 12};
-            g[8] = edited;
-            sheet.GeneralPage().Edit(g);
-            sheet.GetButton(1)->click();
-        });
-    }
-    ASSERT_EQ(masks.size(), 11) << "four serial, USB, five TCP and one modem port";
-    EXPECT_EQ(masks[1].toList().value(0).toString(), QStringLiteral("dev/ser/b"));
-    EXPECT_EQ(masks[1].toList().value(1).toInt(), 5);
-    EXPECT_EQ(link.sim->Core().Writes(), Strings{"set,out/elm/dev/ser/b,12"});
 }
 
 }  // namespace
