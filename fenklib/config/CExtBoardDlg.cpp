@@ -7,14 +7,14 @@
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
 
-CExtBoardDlg::CExtBoardDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, const SPEC& spec,
+CExtBoardDlg::CExtBoardDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, const WINDOW& window,
                            std::vector<PARAM_FIELD> fields)
-    : CFenkDialog(std::move(receiver), CLayoutFactory::Choose(spec.normal, &spec.wide).number, parent, spec.className),
-      m_controls(CLayoutFactory::Build(this, spec.normal, &spec.wide)),
+    : CFenkDialog(std::move(receiver), CLayoutFactory::Choose(window.normal, &window.wide).number, parent, window.className),
+      m_controls(CLayoutFactory::Build(this, window.normal, &window.wide)),
       m_fields(std::move(fields)) {
-    setWindowTitle(LoadResString(spec.titleId).ToQString());
+    setWindowTitle(LoadResString(window.titleId).ToQString());
     auto* absent = m_controls.Get<QLabel>(kAbsentLabel);
-    absent->setText(LoadResString(spec.absentTextId).ToQString());
+    absent->setText(LoadResString(window.absentTextId).ToQString());
     absent->setWordWrap(true);
     absent->hide();
     m_fields.Prepare(m_controls);

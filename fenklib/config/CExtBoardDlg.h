@@ -15,7 +15,7 @@ class CExtBoardDlg : public CFenkDialog {
 public:
     static constexpr unsigned kAbsentLabel = 90;   // every layout of such a dialog has this static
 
-    struct SPEC {
+    struct WINDOW {
         const DLG_TEMPLATE& normal;
         const DLG_TEMPLATE& wide;
         const wchar_t* className;
@@ -23,7 +23,7 @@ public:
         unsigned absentTextId;
     };
 
-    CExtBoardDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, const SPEC& spec, std::vector<PARAM_FIELD> fields);
+    CExtBoardDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, const WINDOW& window, std::vector<PARAM_FIELD> fields);
     ~CExtBoardDlg() override;
 
     bool OnInitDialog() override;
