@@ -46,4 +46,7 @@ FENK_EXPORT int run_RawMeasurementDlg(basekit::CSmartPtr<devio::IReceiver> recei
 FENK_EXPORT int run_PositioningPS(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 FENK_EXPORT int run_TrackingOptionsPS(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 FENK_EXPORT int run_ReceiverPowerDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_BluetoothDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_VolumeControlDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
+FENK_EXPORT int run_Tivar_MasterVolumeDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 }

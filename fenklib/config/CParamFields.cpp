@@ -7,6 +7,8 @@
 #include <QListWidget>
 #include <QLocale>
 #include <QSignalBlocker>
+#include <QSlider>
+#include <QTreeWidget>
 
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/StringIds.h"
@@ -46,6 +48,26 @@ PARAM_FIELD SatLocks(unsigned control, const wchar_t* system) {
             {}};
 }
 
+PARAM_FIELD OutputMasks(unsigned control) {
+    PARAM_FIELD f{control, FieldKind::NumberList,
+                  [](devio::CVokReceiverMate& mate) {
+                      QVariantList rows;
+                      for (const devio::vok::EDev port : mate.ListOutputPorts())
+                          rows.push_back(QVariantList{devio::vok::ToKeyword(port).ToQString(), mate.Get(devio::par::OutElm, port)});
+                      return QVariant(rows);
+                  },
+                  nullptr, {}};
+    f.writeChanged = [](devio::CVokReceiverMate& mate, const QVariant& was, const QVariant& now) {
+        const QVariantList before = was.toList();
+        for (const QVariant& row : now.toList()) {
+            const QVariantList r = row.toList();
+            if (before.contains(row)) continue;   // this output's mask is as it was read
+            mate.Set(devio::par::OutElm, r.value(1).toInt(), basekit::ustring::FromQString(r.value(0).toString()));
+        }
+    };
+    return f;
+}
+
 PARAM_FIELD GpsL5Lock(unsigned control) {
     return {control, FieldKind::Check, [](devio::CVokReceiverMate& mate) { return QVariant(mate.GetGpsL5Lock()); },
             [](devio::CVokReceiverMate& mate, const QVariant& v) { mate.SetGpsL5Lock(v.toBool()); }, {}};
@@ -80,6 +102,18 @@ void CParamFields::Show(const CDialogControls& controls, const Values& values) c
             case FieldKind::Real: controls.Get<QLineEdit>(f.control)->setText(RealText(v.toDouble())); break;
             case FieldKind::Text: controls.Get<QLineEdit>(f.control)->setText(v.toString()); break;
             case FieldKind::Label: controls.Get<QLabel>(f.control)->setText(LabelText(f, v)); break;
+            case FieldKind::Level: controls.Get<QSlider>(f.control)->setValue(v.toInt()); break;
+            case FieldKind::NumberList: {
+                auto* list = controls.Get<QTreeWidget>(f.control);
+                const QSignalBlocker quiet(list);
+                list->clear();
+                for (const QVariant& entry : v.toList()) {
+                    auto* item = new QTreeWidgetItem(list, QStringList{entry.toList().value(0).toString(),
+                                                                       QString::number(entry.toList().value(1).toInt())});
+                    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable);
+                }
+                break;
+            }
             case FieldKind::CheckList: {
                 auto* list = controls.Get<QListWidget>(f.control);
                 const QSignalBlocker quiet(list);   // filling is not an edit
@@ -109,6 +143,17 @@ std::optional<CParamFields::Values> CParamFields::Collect(const CDialogControls&
             case FieldKind::Real: values.emplace_back(QLocale().toDouble(controls.Get<QLineEdit>(f.control)->text(), &ok)); break;
             case FieldKind::Text: values.emplace_back(controls.Get<QLineEdit>(f.control)->text()); break;
             case FieldKind::Label: values.emplace_back(); break;
+            case FieldKind::Level: values.emplace_back(controls.Get<QSlider>(f.control)->value()); break;
+            case FieldKind::NumberList: {
+                const auto* list = controls.Get<QTreeWidget>(f.control);
+                QVariantList rows;
+                for (int i = 0; ok && i < list->topLevelItemCount(); ++i) {
+                    const QTreeWidgetItem* item = list->topLevelItem(i);
+                    rows.push_back(QVariantList{item->text(0), QLocale().toInt(item->text(1), &ok)});
+                }
+                values.emplace_back(rows);
+                break;
+            }
             case FieldKind::CheckList: {
                 const auto* list = controls.Get<QListWidget>(f.control);
                 QVariantList entries;
@@ -124,8 +169,11 @@ std::optional<CParamFields::Values> CParamFields::Collect(const CDialogControls&
 }
 
 void CParamFields::WriteChanged(devio::CVokReceiverMate& mate, const Values& was, const Values& now) const {
-    for (size_t i = 0; i < m_fields.size() && i < was.size() && i < now.size(); ++i)
-        if (m_fields[i].write && was[i] != now[i]) m_fields[i].write(mate, now[i]);
+    for (size_t i = 0; i < m_fields.size() && i < was.size() && i < now.size(); ++i) {
+        if (was[i] == now[i]) continue;
+        if (m_fields[i].writeChanged) m_fields[i].writeChanged(mate, was[i], now[i]);
+        else if (m_fields[i].write) m_fields[i].write(mate, now[i]);
+    }
 }
 
 void CParamFields::Enable(const CDialogControls& controls, bool enabled) const {
@@ -145,6 +193,10 @@ void CParamFields::WatchEdits(const CDialogControls& controls, QObject* context,
             case FieldKind::Text: QObject::connect(controls.Get<QLineEdit>(f.control), &QLineEdit::textEdited, context, changed); break;
             case FieldKind::CheckList:
                 QObject::connect(controls.Get<QListWidget>(f.control), &QListWidget::itemChanged, context, changed);
+                break;
+            case FieldKind::Level: QObject::connect(controls.Get<QSlider>(f.control), &QSlider::sliderMoved, context, changed); break;
+            case FieldKind::NumberList:
+                QObject::connect(controls.Get<QTreeWidget>(f.control), &QTreeWidget::itemChanged, context, changed);
                 break;
             case FieldKind::Label: break;
         }

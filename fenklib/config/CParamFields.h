@@ -10,8 +10,10 @@
 // One receiver setting shown in one control: how it is read, how it is written back (nothing
 // for a value that is only shown), and the kind of control that shows it.
 // CheckList: a list of items each with a check (satellite locks): a QVariantList of
-// QVariantList{number, checked}.
-enum class FieldKind { Check, Choice, Integer, Real, Text, Label, CheckList };
+// QVariantList{number, checked}. Level: an integer on a slider. NumberList: one integer per
+// named item in a two-column list whose second column the user edits: a QVariantList of
+// QVariantList{name, number}.
+enum class FieldKind { Check, Choice, Integer, Real, Text, Label, CheckList, Level, NumberList };
 
 struct PARAM_FIELD {
     unsigned control;
@@ -19,6 +21,9 @@ struct PARAM_FIELD {
     std::function<QVariant(devio::CVokReceiverMate&)> read;
     std::function<void(devio::CVokReceiverMate&, const QVariant&)> write;
     std::vector<unsigned> choices;   // string ids of a Choice's items, in the enumeration's order
+    // A field holding several receiver values writes only those that changed (then `write` is
+    // not used).
+    std::function<void(devio::CVokReceiverMate&, const QVariant& was, const QVariant& now)> writeChanged = {};
 };
 
 // Fields built from catalogue rows; the row's conversion decides the control's value type.
@@ -81,6 +86,17 @@ PARAM_FIELD ShownChoice(unsigned control, const devio::Param<devio::conv::Enum<E
     f.write = nullptr;
     return f;
 }
+
+// An integer row on a slider (volumes).
+template <typename... Args>
+PARAM_FIELD Level(unsigned control, const devio::Param<devio::conv::Int>& param, Args... args) {
+    PARAM_FIELD f = Of(control, param, args...);
+    f.kind = FieldKind::Level;
+    return f;
+}
+
+// The output elevation mask of every output port the receiver lists, one row each.
+PARAM_FIELD OutputMasks(unsigned control);
 
 // A satellite lock list of "waas" or "qzss", one check per satellite.
 PARAM_FIELD SatLocks(unsigned control, const wchar_t* system);

@@ -6,9 +6,9 @@
 #include "fenklib/frame/LibraryHelpers.h"
 
 CParamPage::CParamPage(basekit::CSmartPtr<devio::IReceiver> receiver, unsigned titleId, const DLG_TEMPLATE& layout,
-                       std::vector<PARAM_FIELD> fields)
-    : CFenkPropertyPage(std::move(receiver), layout.number, LoadResString(titleId)),
-      m_controls(CLayoutFactory::Build(this, layout)),
+                       std::vector<PARAM_FIELD> fields, const DLG_TEMPLATE* wide)
+    : CFenkPropertyPage(std::move(receiver), CLayoutFactory::Choose(layout, wide).number, LoadResString(titleId)),
+      m_controls(CLayoutFactory::Build(this, layout, wide)),
       m_fields(std::move(fields)) {
     m_fields.Prepare(m_controls);
     m_fields.WatchEdits(m_controls, this, [this] { SetModified(true); });

@@ -9,8 +9,9 @@
 // page's worker when the page is first shown, and OK or Apply writes what the user changed.
 class CParamPage : public CFenkPropertyPage {
 public:
+    // wide: the layout of wide-screen controllers, when the page has one.
     CParamPage(basekit::CSmartPtr<devio::IReceiver> receiver, unsigned titleId, const DLG_TEMPLATE& layout,
-               std::vector<PARAM_FIELD> fields);
+               std::vector<PARAM_FIELD> fields, const DLG_TEMPLATE* wide = nullptr);
     ~CParamPage() override;
 
     bool OnInitDialog() override;

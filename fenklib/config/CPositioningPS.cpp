@@ -1,6 +1,9 @@
 #include "fenklib/config/CPositioningPS.h"
 
 #include <QPushButton>
+#include <QTreeWidget>
+
+#include "fenklib/config/WideLayout.h"
 
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/DialogIds.h"
@@ -36,13 +39,17 @@ constexpr DLG_ITEM kGeneralItems[] = {
     FENK_ROW(5, IDC_AF_LEVEL, CtlKind::DropList, IDS_AF_LEVEL),
     FENK_ROW(6, IDC_PDOP, CtlKind::RealEdit, IDS_PDOP_MASK),
     FENK_ROW(7, IDC_POS_ELM, CtlKind::NumberEdit, IDS_POS_ELEVATION_MASK),
-    FENK_ROW(8, IDC_OUT_ELM, CtlKind::NumberEdit, IDS_OUT_ELEVATION_MASK),
-    FENK_ROW(9, IDC_POS_INTERVAL, CtlKind::NumberEdit, IDS_POS_INTERVAL),
-    FENK_ROW(10, IDC_RAW_INTERVAL, CtlKind::NumberEdit, IDS_RAW_INTERVAL_MS),
-    FENK_ROW(11, IDC_ANTENNA, CtlKind::DropList, IDS_ANTENNA_INPUT),
-    FENK_ROW(12, IDC_ANTENNA_IN_USE, CtlKind::Static, IDS_ANTENNA_IN_USE),
+    FENK_ROW(8, IDC_POS_INTERVAL, CtlKind::NumberEdit, IDS_POS_INTERVAL),
+    FENK_ROW(9, IDC_RAW_INTERVAL, CtlKind::NumberEdit, IDS_RAW_INTERVAL_MS),
+    FENK_ROW(10, IDC_ANTENNA, CtlKind::DropList, IDS_ANTENNA_INPUT),
+    FENK_ROW(11, IDC_ANTENNA_IN_USE, CtlKind::Static, IDS_ANTENNA_IN_USE),
+    // One elevation mask per output the receiver lists; the user edits the mask column.
+    {IDC_LABEL + 12, CtlKind::Static, IDS_OUT_ELEVATION_MASKS, 6, static_cast<short>(Y(12) + 2), 218, 10, uikit::kAnchorTopWide},
+    {IDC_OUT_ELM, CtlKind::ListView, 0, 6, static_cast<short>(Y(13) - 2), 218, 70, uikit::kAnchorFill},
 };
-constexpr DLG_TEMPLATE kGeneral{IDD_POSITIONING_GENERAL, 230, Y(13) + 4, kGeneralItems};
+constexpr DLG_TEMPLATE kGeneral{IDD_POSITIONING_GENERAL, 230, Y(13) + 72, kGeneralItems};
+constexpr auto kGeneralWideItems = Widened(kGeneralItems);
+constexpr DLG_TEMPLATE kGeneralWide{IDD_POSITIONING_GENERAL_WIDE, 230 + kWideGrow, Y(13) + 72, kGeneralWideItems};
 
 constexpr DLG_ITEM kSolutionItems[] = {
     FENK_ROW(0, IDC_PD_MODE, CtlKind::DropList, IDS_PD_MODE),
@@ -53,6 +60,8 @@ constexpr DLG_ITEM kSolutionItems[] = {
     {IDC_PD_RESET, CtlKind::Button, IDS_PD_RESET, 6, Y(5) + 4, 100, 14, uikit::kAnchorTopLeft},
 };
 constexpr DLG_TEMPLATE kSolution{IDD_POSITIONING_PD, 230, Y(7), kSolutionItems};
+constexpr auto kSolutionWideItems = Widened(kSolutionItems);
+constexpr DLG_TEMPLATE kSolutionWide{IDD_POSITIONING_PD_WIDE, 230 + kWideGrow, Y(7), kSolutionWideItems};
 
 #undef FENK_ROW
 
@@ -66,7 +75,7 @@ std::vector<PARAM_FIELD> GeneralFields() {
         field::Choice(IDC_AF_LEVEL, par::PosPdAflevel, {IDS_AF_LOW, IDS_AF_MEDIUM, IDS_AF_HIGH}),
         field::Of(IDC_PDOP, par::PosPdop),
         field::Of(IDC_POS_ELM, par::PosElm),
-        field::Of(IDC_OUT_ELM, par::OutElm, vok::DEV_SER_A),
+        field::OutputMasks(IDC_OUT_ELM),
         field::Of(IDC_POS_INTERVAL, par::PosMsint),
         field::Of(IDC_RAW_INTERVAL, par::RawMsint),
         field::Choice(IDC_ANTENNA, par::AntennaInput, {IDS_ANT_INT, IDS_ANT_EXT, IDS_ANT_AUTO}),
@@ -87,7 +96,7 @@ std::vector<PARAM_FIELD> SolutionFields() {
 }  // namespace
 
 CPositioningPdPP::CPositioningPdPP(basekit::CSmartPtr<devio::IReceiver> receiver)
-    : CParamPage(std::move(receiver), IDS_PAGE_PD_SOLUTION, kSolution, SolutionFields()) {
+    : CParamPage(std::move(receiver), IDS_PAGE_PD_SOLUTION, kSolution, SolutionFields(), &kSolutionWide) {
     connect(m_controls.Get<QPushButton>(IDC_PD_RESET), &QPushButton::clicked, this, [this] { OnResetSolution(); });
 }
 
@@ -102,8 +111,10 @@ void CPositioningPdPP::UpdateOwnControls(bool usable) { m_controls.Item(IDC_PD_R
 
 CPositioningPS::CPositioningPS(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent)
     : CFenkPropertySheet(receiver, LoadResString(IDS_POSITIONING), parent, L"CPositioningPS"),
-      m_general(receiver, IDS_PAGE_POSITION, kGeneral, GeneralFields()),
+      m_general(receiver, IDS_PAGE_POSITION, kGeneral, GeneralFields(), &kGeneralWide),
       m_solution(receiver) {
+    auto* masks = m_general.Controls().Get<QTreeWidget>(IDC_OUT_ELM);
+    masks->setHeaderLabels({LoadResString(IDS_COL_OUTPUT).ToQString(), LoadResString(IDS_COL_ELEVATION_MASK).ToQString()});
     AddPage(&m_general);
     AddPage(&m_solution);
 }

@@ -6,6 +6,7 @@
 #include <QLocale>
 #include <QPushButton>
 
+#include "fenklib/config/WideLayout.h"
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/DialogIds.h"
@@ -27,6 +28,8 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 154, 108, 54, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kNormal{IDD_RAW_MEASUREMENT, 212, 126, kItems};
+constexpr auto kWideItems = Widened(kItems);
+constexpr DLG_TEMPLATE kWide{IDD_RAW_MEASUREMENT_WIDE, 212 + kWideGrow, 126, kWideItems};
 
 using RAW_SETTINGS = CRawMeasurementDlg::RAW_SETTINGS;
 
@@ -47,8 +50,8 @@ void WriteRaw(devio::CVokReceiverMate& mate, const RAW_SETTINGS& was, const RAW_
 }  // namespace
 
 CRawMeasurementDlg::CRawMeasurementDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent)
-    : CFenkDialog(std::move(receiver), IDD_RAW_MEASUREMENT, parent, L"CRawMeasurementDlg"),
-      m_controls(CLayoutFactory::Build(this, kNormal)) {
+    : CFenkDialog(std::move(receiver), CLayoutFactory::Choose(kNormal, &kWide).number, parent, L"CRawMeasurementDlg"),
+      m_controls(CLayoutFactory::Build(this, kNormal, &kWide)) {
     setWindowTitle(LoadResString(IDS_RAW_MEASUREMENT).ToQString());
     m_controls.Get<QLineEdit>(IDC_INTERVAL)->setMaxLength(8);
     connect(m_controls.Get<QLineEdit>(IDC_INTERVAL), &QLineEdit::textChanged, this, [this] { UpdateControls(); });

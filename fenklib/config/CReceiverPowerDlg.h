@@ -6,10 +6,11 @@
 #include "fenklib/frame/CFenkDialog.h"
 
 // Batteries, external supply, charger and board (refreshed while the dialog is open), the power
-// switches and, on models of the extension family, the power-up mode; OK writes what changed.
+// switches the receiver lists and, on models of the extension family, the power-up mode; OK
+// writes what changed.
 class CReceiverPowerDlg : public CFenkDialog {
 public:
-    static constexpr int kSwitches = 4;
+    static constexpr int kMaxSwitches = 8;   // rows of the layout; a receiver's further switches are not shown
 
     CReceiverPowerDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
     ~CReceiverPowerDlg() override;
@@ -24,19 +25,23 @@ public:
     basekit::ustring StateText(int row) const;
     bool HasPowerUpMode() const { return m_ext; }
     int Refreshes() const { return m_refreshes; }
+    int SwitchCount() const { return static_cast<int>(m_switches.size()); }
 
 private:
     struct READING {
         bool ext = false;
+        std::vector<int> switches;   // their numbers
         CParamFields::Values states, settings;
     };
     void Refresh();
+    void ShowSwitchRows();
 
     CDialogControls m_controls;
     CParamFields m_states;
     CParamFields m_settings;       // the switches, then the power-up mode on the extension family
     std::optional<CParamFields::Values> m_shown;
     bool m_ext = false;
+    std::vector<int> m_switches;
     int m_refreshes = 0;
     QTimer m_refresh;
 };

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "fenklib/config/WideLayout.h"
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/DialogIds.h"
@@ -25,6 +26,8 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CLOSE, 180, 94, 56, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kNormal{IDD_RECEIVER_TOOLS, 240, 112, kItems};
+constexpr auto kWideItems = Widened(kItems);
+constexpr DLG_TEMPLATE kWide{IDD_RECEIVER_TOOLS_WIDE, 240 + kWideGrow, 112, kWideItems};
 
 // Each operation's button and question, in the order of CToolsDlg::Operation.
 struct OPERATION_ROW {
@@ -43,8 +46,8 @@ const OPERATION_ROW& RowOf(CToolsDlg::Operation operation) { return kOperations[
 }  // namespace
 
 CToolsDlg::CToolsDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent)
-    : CFenkDialog(std::move(receiver), IDD_RECEIVER_TOOLS, parent, L"CToolsDlg", IDI_TOOLS_DIALOG),
-      m_controls(CLayoutFactory::Build(this, kNormal)) {
+    : CFenkDialog(std::move(receiver), CLayoutFactory::Choose(kNormal, &kWide).number, parent, L"CToolsDlg", IDI_TOOLS_DIALOG),
+      m_controls(CLayoutFactory::Build(this, kNormal, &kWide)) {
     setWindowTitle(LoadResString(IDS_RECEIVER_TOOLS).ToQString());
     for (const unsigned hint : {IDC_HINT_PARAMETERS, IDC_HINT_NVRAM, IDC_HINT_RESET}) m_controls.Get<QLabel>(hint)->setWordWrap(true);
     for (const auto operation : {Operation::InitParameters, Operation::InitNvram, Operation::ResetReceiver})

@@ -2,6 +2,7 @@
 
 #include <QLabel>
 
+#include "fenklib/config/WideLayout.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
@@ -31,6 +32,8 @@ constexpr DLG_ITEM kLocksItems[] = {
     {IDC_QZSS_LOCKS, CtlKind::ListBox, 0, 118, 96, 106, 110, uikit::ANCHOR{0.5, 0, 0.5, 1}},
 };
 constexpr DLG_TEMPLATE kLocks{IDD_TRACKING_LOCKS, 230, 212, kLocksItems};
+constexpr auto kLocksWideItems = Widened(kLocksItems);
+constexpr DLG_TEMPLATE kLocksWide{IDD_TRACKING_LOCKS_WIDE, 230 + kWideGrow, 212, kLocksWideItems};
 
 // One row per SBAS slot: its label, satellite, ionosphere use and the satellite it replaces.
 #define FENK_SLOT(n)                                                                                       \
@@ -47,6 +50,8 @@ constexpr DLG_ITEM kSbasItems[] = {
 };
 #undef FENK_SLOT
 constexpr DLG_TEMPLATE kSbas{IDD_TRACKING_SBAS, 230, 96, kSbasItems};
+constexpr auto kSbasWideItems = Widened(kSbasItems);
+constexpr DLG_TEMPLATE kSbasWide{IDD_TRACKING_SBAS_WIDE, 230 + kWideGrow, 96, kSbasWideItems};
 
 std::vector<PARAM_FIELD> LockFields() {
     return {
@@ -75,8 +80,8 @@ std::vector<PARAM_FIELD> SbasFields() {
 
 CTrackingOptionsPS::CTrackingOptionsPS(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent)
     : CFenkPropertySheet(receiver, LoadResString(IDS_TRACKING_OPTIONS), parent, L"CTrackingOptionsPS"),
-      m_locks(receiver, IDS_PAGE_LOCKS, kLocks, LockFields()),
-      m_sbas(receiver, IDS_PAGE_SBAS, kSbas, SbasFields()) {
+      m_locks(receiver, IDS_PAGE_LOCKS, kLocks, LockFields(), &kLocksWide),
+      m_sbas(receiver, IDS_PAGE_SBAS, kSbas, SbasFields(), &kSbasWide) {
     for (int slot = 0; slot < kSlots; ++slot)
         m_sbas.Controls().Get<QLabel>(IDC_SLOT_LABEL + slot)->setText(
             QString::fromStdWString(basekit::ustring::Format(LoadResString(IDS_SBAS_SLOT).c_str(), slot + 1)));

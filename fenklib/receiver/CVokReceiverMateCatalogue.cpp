@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cwchar>
 
 #include "fenklib/receiver/CVokReceiverMateCore.h"
 #include "platform/basekit/CCommException.h"
@@ -61,6 +62,21 @@ ustring CVokReceiverMateCore::GetPowerBoardFirmware() { return Get(par::RcvVerPo
 std::vector<ustring> CVokReceiverMateCore::GetPowerSwitches() {
     return BracedList(ExecuteCommand(L"print,pwr/switch:on", true));
 }
+
+std::vector<int> CVokReceiverMateCore::ListPowerSwitches() {
+    std::vector<int> numbers;
+    for (const ustring& item : GetPowerSwitches()) {
+        ustring name, value;
+        if (!SplitPair(item, name, value)) continue;
+        const int n = static_cast<int>(std::wcstol(name.c_str(), nullptr, 10));
+        if (n > 0) numbers.push_back(n);
+    }
+    return numbers;
+}
+
+bool CVokReceiverMateCore::IsUnknownParameter(const basekit::CCommException& e) { return e.Reply() == kWrongParameter; }
+
+void CVokReceiverMateCore::SendBluetoothEscape() { SendRawString(L"#OFF#"); }
 
 std::vector<vok::SAT_LOCK> CVokReceiverMateCore::GetSatLocks(const ustring& system) {
     std::vector<vok::SAT_LOCK> locks;
@@ -298,6 +314,13 @@ std::vector<vok::EDev> CVokReceiverMateCore::ListPorts(const ustring& portClass)
         const vok::EDev dev = vok::FromKeyword<vok::EDev>(ustring::Format(L"%s/%s", portClass, name));
         if (std::find(ports.begin(), ports.end(), dev) == ports.end()) ports.push_back(dev);
     }
+    return ports;
+}
+
+std::vector<vok::EDev> CVokReceiverMateCore::ListOutputPorts() {
+    std::vector<vok::EDev> ports;
+    for (const wchar_t* portClass : {L"dev/ser", L"dev/usb", L"dev/tcp", L"dev/mvp"})
+        for (const vok::EDev dev : ListPorts(portClass)) ports.push_back(dev);
     return ports;
 }
 

@@ -88,6 +88,15 @@ public:
     // Catalogue rows with a shape of their own (CVokReceiverMateCatalogue.cpp).
     ustring GetPowerBoardFirmware();
     std::vector<ustring> GetPowerSwitches();
+    // The numbers of the power switches the receiver has, from the same listing.
+    std::vector<int> ListPowerSwitches();
+    // The ports with an output elevation mask: the serial, USB, TCP and modem ports listed.
+    std::vector<vok::EDev> ListOutputPorts();
+    // The reply of a receiver that does not know the parameter at all (an extension-board
+    // group on a receiver without the board).
+    static bool IsUnknownParameter(const basekit::CCommException& e);
+    // The escape text that takes the Bluetooth module out of its data mode, written raw.
+    void SendBluetoothEscape();
     std::vector<vok::SAT_LOCK> GetSatLocks(const ustring& system);        // "waas" or "qzss"
     void SetSatLocks(const ustring& system, const std::vector<vok::SAT_LOCK>& locks);
     bool GetGpsL5Lock();

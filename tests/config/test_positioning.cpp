@@ -20,7 +20,10 @@ namespace {
 const std::pair<const wchar_t*, const wchar_t*> kGeneralReads[] = {
     {L"print,pos/mode/cur", L"sp"},      {L"print,pos/mode/sp", L"on"},     {L"print,pos/mode/cd", L"off"},
     {L"print,pos/dion/mode", L"local"},  {L"print,pos/rtk/dynamic", L"kinematic"}, {L"print,pos/pd/aflevel", L"medium"},
-    {L"print,pos/pdop", L"30.0"},        {L"print,pos/elm", L"5"},          {L"print,out/elm/dev/ser/a", L"10"},
+    {L"print,pos/pdop", L"30.0"},        {L"print,pos/elm", L"5"},
+    // the output masks: the ports listed by class, then one mask per port
+    {L"list,/par/dev/ser", L"{a=port,b=port}"}, {L"list,/par/dev/usb", L"{}"}, {L"list,/par/dev/tcp", L"{}"},
+    {L"list,/par/dev/mvp", L"{}"},       {L"print,out/elm/dev/ser/a", L"10"}, {L"print,out/elm/dev/ser/b", L"5"},
     {L"print,pos/msint", L"100"},        {L"print,raw/msint", L"1000"},     {L"print,/par/ant/inp", L"auto"},
     {L"print,/par/ant/curinp", L"ext"},
 };
@@ -28,7 +31,8 @@ const std::pair<const wchar_t*, const wchar_t*> kSolutionReads[] = {
     {L"print,pos/pd/mode", L"delay"}, {L"print,pos/pd/dyn", L"1.00"}, {L"print,pos/pd/textr", L"10.00"},
     {L"print,pos/pd/period", L"1.00"}, {L"print,pos/pd/ver", L"3"},
 };
-enum GeneralField { F_MODE, F_SP, F_CD, F_DION, F_RTK, F_AFL, F_PDOP, F_ELM, F_OUT_ELM, F_POS_INT, F_RAW_INT, F_ANT, F_ANT_USE };
+enum GeneralField { F_MODE, F_SP, F_CD, F_DION, F_RTK, F_AFL, F_PDOP, F_ELM, F_OUT_ELM, F_POS_INT, F_RAW_INT, F_ANT, F_ANT_USE, F_COUNT };
+QVariantList Masks(int serA, int serB) { return {QVariantList{QStringLiteral("dev/ser/a"), serA}, QVariantList{QStringLiteral("dev/ser/b"), serB}}; }
 enum SolutionField { S_MODE, S_DYN, S_TEXTR, S_PERIOD, S_VER };
 
 CSmartPtr<CScriptedReceiver> Receiver() {
@@ -55,9 +59,9 @@ const POS_CASE kCases[] = {
     {"mode and PDOP: keyword and six decimals", false,
      [](Values& g, Values&) { g[F_MODE] = 3; g[F_PDOP] = 12.5; }, 1,
      {L"set,pos/mode/cur,pd", L"set,pos/pdop,12.500000"}},
-    {"switches, masks and the port's output mask", false,
-     [](Values& g, Values&) { g[F_CD] = true; g[F_ELM] = 15; g[F_OUT_ELM] = -5; g[F_ANT] = 0; }, 1,
-     {L"set,pos/mode/cd,on", L"set,pos/elm,15", L"set,out/elm/dev/ser/a,-5", L"set,/par/ant/inp,int"}},
+    {"switches, masks and one port's output mask: only that port written", false,
+     [](Values& g, Values&) { g[F_CD] = true; g[F_ELM] = 15; g[F_OUT_ELM] = Masks(10, -5); g[F_ANT] = 0; }, 1,
+     {L"set,pos/mode/cd,on", L"set,pos/elm,15", L"set,out/elm/dev/ser/b,-5", L"set,/par/ant/inp,int"}},
     {"solution page: output mode and period", true,
      [](Values&, Values& s) { s[S_MODE] = 0; s[S_PERIOD] = 0.2; }, 1,
      {L"set,pos/pd/mode,extrap", L"set,pos/pd/period,0.200000"}},
@@ -79,10 +83,10 @@ TEST_P(PositioningWrite, ExactlyTheChangedValues) {
         }
         general = sheet.GeneralPage().Collected().value_or(Values{});
         if (c.openSolution) solution = sheet.SolutionPage().Collected().value_or(Values{});
-        ASSERT_EQ(general.size(), std::size(kGeneralReads));
+        ASSERT_EQ(general.size(), size_t{F_COUNT});
         EXPECT_EQ(general[F_MODE].toInt(), 0);
         EXPECT_EQ(general[F_DION].toInt(), 1);
-        EXPECT_EQ(general[F_OUT_ELM].toInt(), 10);
+        EXPECT_EQ(general[F_OUT_ELM].toList(), Masks(10, 5));
         Values g = general, s = solution;
         c.edit(g, s);
         sheet.GeneralPage().Edit(g);

@@ -25,6 +25,7 @@ TEST(Exports, EveryBuiltEntryResolvesByName) {
         "run_LoggingMessagesDlg", "run_MessageListDlg", "run_RcvMessageDlg", "run_RcvMessageListDlg", "run_RcvMessageMulListDlg",
         "run_ReceiverStatusPS",
         "run_ToolsDlg", "run_RawMeasurementDlg", "run_PositioningPS", "run_TrackingOptionsPS", "run_ReceiverPowerDlg",
+        "run_BluetoothDlg", "run_VolumeControlDlg", "run_Tivar_MasterVolumeDlg",
         "run_ReceiverPortsDlg",
         "_ZN19CFenkGlobalSettings3RefEv", "_ZN11CFenkLibDoc21GetApplicationVersionEb",
         "_ZN11CFenkLibDoc22GetLongApplicationNameEb", "_ZN11CFenkLibDoc23GetShortApplicationNameEb",

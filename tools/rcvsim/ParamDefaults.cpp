@@ -67,6 +67,15 @@ std::vector<Row> IdentityRows() {
     };
 }
 
+// The switches' factory words, repeated for receivers with more than four.
+std::vector<Row> PowerSwitchRows(const SimOptions& o) {
+    constexpr const char* kFactory[] = {"on", "auto", "off", "on"};
+    std::vector<Row> rows;
+    for (int n = 1; n <= o.powerSwitches; ++n)
+        rows.push_back({"pwr/switch/" + std::to_string(n), Words(K::PowerSwitch()), kFactory[(n - 1) % 4]});
+    return rows;
+}
+
 std::vector<Row> PowerRows() {
     return {
         {"pwr/bat/a", Real(0, 40), "7.82", RO},
@@ -74,10 +83,6 @@ std::vector<Row> PowerRows() {
         {"pwr/ext", Real(0, 40), "12.34", RO},
         {"pwr/charger", Real(0, 40), "0.00", RO},
         {"pwr/board", Real(0, 40), "7.91", RO},
-        {"pwr/switch/1", Words(K::PowerSwitch()), "on"},
-        {"pwr/switch/2", Words(K::PowerSwitch()), "auto"},
-        {"pwr/switch/3", Words(K::PowerSwitch()), "off"},
-        {"pwr/switch/4", Words(K::PowerSwitch()), "on"},
         {"ext/powerup/mode", OnOff(), "off"},
         {"ext/bt/power", OnOff(), "on"},
         {"ext/bt/mux", OnOff(), "off"},
@@ -260,6 +265,7 @@ std::string ParamDefaults::AntennaList() {
 void ParamDefaults::Fill(ParamTree& tree, const SimOptions& options) {
     AddRows(tree, IdentityRows(), options);
     AddRows(tree, PowerRows(), options);
+    AddRows(tree, PowerSwitchRows(options), options);
     AddRows(tree, LoggingRows(), options);
     AddRows(tree, ReferenceRows(options), options);
     AddRows(tree, TrackingRows(), options);

@@ -33,6 +33,12 @@ Receiver::Receiver(SimOptions options, std::shared_ptr<const SimClock> clock)
 Reply Receiver::Execute(std::string_view line, std::string_view terminal) {
     const std::lock_guard lock(mutex_);
     const Context ctx{std::string(terminal), clock_->Now()};
+    // The Bluetooth module's escape is not a command: the receiver passes it to the module
+    // and answers nothing.
+    if (CommandLine::Trim(line) == "#OFF#") {
+        ++bluetoothEscapes_;
+        return Reply::Silent();
+    }
     const auto commands = CommandLine::SplitJoined(line);
     if (commands.empty()) return Reply::WrongCommand();
     Reply combined;
@@ -49,9 +55,26 @@ Reply Receiver::Execute(std::string_view line, std::string_view terminal) {
 
 Reply Receiver::ExecuteOne(const std::string& command, const Context& ctx) {
     const std::string word = CommandLine::Word(command);
-    for (const auto& c : kCommands)
-        if (c.word == word) return (this->*c.handler)(CommandLine::Arguments(command), ctx);
+    for (const auto& c : kCommands) {
+        if (c.word != word) continue;
+        Reply reply = (this->*c.handler)(CommandLine::Arguments(command), ctx);
+        if (word == "set" && reply.Ok()) {
+            if (writes_.size() == kWritesKept) writes_.erase(writes_.begin());
+            writes_.push_back(command);
+        }
+        return reply;
+    }
     return Reply::WrongCommand();
+}
+
+std::vector<std::string> Receiver::Writes() const {
+    const std::lock_guard lock(mutex_);
+    return writes_;
+}
+
+int Receiver::BluetoothEscapes() const {
+    const std::lock_guard lock(mutex_);
+    return bluetoothEscapes_;
 }
 
 FaultPlan Receiver::Faults() const {

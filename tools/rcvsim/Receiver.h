@@ -46,6 +46,11 @@ public:
     double PortBytesPerSecond(std::string_view port) const;
     Fix CurrentFix() const;
     const SimOptions& Options() const { return options_; }
+    // For tests: every "set," command the receiver took, in order (at most kWritesKept, the
+    // latest), and how often the Bluetooth module's escape "#OFF#" arrived.
+    static constexpr std::size_t kWritesKept = 1000;
+    std::vector<std::string> Writes() const;
+    int BluetoothEscapes() const;
     double Now() const { return clock_->Now(); }
 
 private:
@@ -124,6 +129,8 @@ private:
     OutputSchedule schedule_;
     FaultPlan faults_;
     std::vector<int> pendingEvents_;
+    std::vector<std::string> writes_;
+    int bluetoothEscapes_ = 0;
     double nextLogAt_ = 0;
     double nextRotationAt_ = 0;
     std::mt19937 rng_;

@@ -80,6 +80,9 @@ Reply Receiver::SetLeaf(const std::string& path, const std::string& value, const
     SyncCoordinates(path);
     if (path == "log/rot/sc/period" || path == "log/rot/sc/phase" || path == "log/rot/mode")
         nextRotationAt_ = 0;  // recomputed from the new schedule on the next poll
+    // The overall volume sets every channel.
+    if (path == "ext/audio/vol")
+        for (const auto& channel : params_.Children(path)) AssignDerived(path + "/" + channel, p->value);
     return Reply::Success();
 }
 
@@ -130,7 +133,12 @@ std::optional<Reply> Receiver::RunAction(const std::string& path, const std::str
         return Reply::Success();
     }
     if (path == "pos/pd/reset") return expect("on");
-    if (path == "ext/bt/reset") return expect("yes");
+    if (path == "ext/bt/reset") {
+        if (value != "yes") return Reply::WrongSecond();
+        AssignDerived("ext/bt/power", "on");   // the module comes back powered, off the multiplexer
+        AssignDerived("ext/bt/mux", "off");
+        return Reply::Success();
+    }
     if (CommandLine::StartsWith(path, "ext/audio/play/")) {
         long sound = 0;
         if (!ParseInt(path.substr(15), 1, 64, sound)) return Reply::WrongFirst();

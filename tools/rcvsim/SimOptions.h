@@ -20,6 +20,7 @@ struct SimOptions {
     bool listEcho = false;                    // "list,/par/X" echoes "/par/X=" around the list
     std::size_t dumpBytes = 300 * 1024;       // size the "/par:on" dump is padded to
     std::string model;                        // "rcv/model" when not empty (e.g. "Lyn1", an extension-family model)
+    int powerSwitches = 4;                    // "pwr/switch/1".."pwr/switch/N"
     bool extBoard = true;                     // false: every "ext/..." parameter is refused as unknown
     bool silentInit = false;                  // "init,/setup/", "init,/par/", "init,/dev/nvm/a" restart without an answer
     std::uint32_t seed = 1;                   // garbage bytes and other pseudo-random choices
