@@ -93,4 +93,9 @@ enum FenkDialogId : unsigned {
     IDD_BLUETOOTH = 6014,
     IDD_VOLUME_CONTROL = 6016,
     IDD_MASTER_VOLUME = 6018,
+    // COM script-port dialogs
+    IDD_COM_FILES = 6300,
+    IDD_COM_VARIABLES = 6302,
+    IDD_COM_CONTROL = 6304,
+    IDD_COM_UPDATE_DRIVER = 6306,
 };
