@@ -10,6 +10,7 @@
 
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
+#include "fenklib/receiver/CReceiverEnumWrapper.h"
 #include "fenklib/receiver/CReceiverFileWriter.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"

@@ -1,11 +1,15 @@
 // The script-port pages and dialogs against a scripted receiver.
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QTreeWidget>
 #include <algorithm>
 
 #include "fenklib/ports/CComPortPS.h"
+#include "fenklib/ports/CComUpdateDriverDlg.h"
 #include "fenklib/ports/CComVariablesDlg.h"
 #include "fenklib/ports/DriverVersion.h"
 #include "platform/uikit/CMessageBoxResponder.h"
@@ -105,4 +109,30 @@ TEST(ComVariablesDlg, ReadsUntilTheToleratedErrorAndWritesAnEditBack) {
         EXPECT_FALSE(WasSent(*rcv, L"set,com/a/var/1/value,\"internet\"")) << row.legend << ": an unchanged value was written";
         EXPECT_EQ(boxes.Requests().size(), row.tolerated ? 0u : 1u) << row.legend;
     }
+}
+
+// A driver folder goes up scripts first, profiles from its "profiles" folder, the version last.
+TEST(ComUpdateDriverDlg, InstallsTheFolderWithTheVersionLast) {
+    const QTemporaryDir dir;
+    QDir(dir.path()).mkdir(QStringLiteral("profiles"));
+    for (const auto& [name, bytes] : {std::pair{"version", "name=X"}, std::pair{"init", "ATZ"}, std::pair{"profiles/base", "ch=3"}}) {
+        QFile file(QDir(dir.path()).filePath(QString::fromLatin1(name)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    basekit::CSmartPtr<CScriptedReceiver> rcv(new CScriptedReceiver());
+    rcv->Otherwise(CScriptedReceiver::Reply(L""));
+    CComUpdateDriverDlg dlg(basekit::CSmartPtr<devio::IReceiver>(rcv.Get()), devio::vok::COM_A, nullptr);
+    QTimer::singleShot(0, &dlg, [&] {
+        dlg.SetFolder(dir.path());
+        dlg.Install();
+    });
+    fenktest::EndAfterMinute(&dlg, [&] { dlg.EndDialog(2); });
+    EXPECT_EQ(dlg.DoModal(), 1);
+    std::vector<ustring> commits;
+    for (const ustring& c : rcv->Sent())
+        if (c.Contains(L"&commit,")) commits.push_back(c);
+    const std::vector<ustring> expected = {L"set,\"/com/a/script/init\"&commit,3", L"set,\"/com/a/profile/base\"&commit,4",
+                                           L"set,\"/com/a/script/version\"&commit,6"};
+    EXPECT_EQ(commits, expected);
 }
