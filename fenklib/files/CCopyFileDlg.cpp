@@ -8,6 +8,7 @@
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/receiver/CReceiverFileReader.h"
+#include "fenklib/receiver/CReceiverFileWriter.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
 #include "platform/uikit/CMessageBoxService.h"
@@ -60,12 +61,6 @@ CCopyFileDlg::~CCopyFileDlg() { DestroyWindow(); }
 
 bool CCopyFileDlg::OnInitDialog() {
     CFenkDialog::OnInitDialog();
-    if (!m_fromReceiver) {
-        uikit::CMessageBoxService::Show(this, LoadResString(IDS_COPY_TO_RECEIVER_NOT_OFFERED), {},
-                                        uikit::MB_OK | uikit::MB_ICONERROR);
-        EndDialog(3);
-        return true;
-    }
     if (!m_items.empty()) ShowItem(0);
     StartCopy();
     return true;
@@ -88,8 +83,10 @@ void CCopyFileDlg::StartCopy() {
     std::uint64_t known = 0;
     for (const COPY_ITEM& item : m_items) known += item.size;
     RunJob(
-        [this, items = m_items, known](CJobContext& job) {
-            const auto copier = devio::CReceiverFileReader::CreateCopier(GetReceiver());
+        [this, items = m_items, known, up = !m_fromReceiver](CJobContext& job) {
+            // An uploader is a copier the other way round: Start(local source, receiver target).
+            const auto copier = up ? devio::CReceiverFileWriter::CreateUploader(GetReceiver())
+                                   : devio::CReceiverFileReader::CreateCopier(GetReceiver());
             std::uint64_t before = 0;
             for (size_t i = 0; i < items.size(); ++i) {
                 job.Deliver(static_cast<int>(i), [this](int index) { ShowItem(index); });

@@ -7,16 +7,17 @@
 
 // One receiver file to copy and where it goes; size 0 while unknown.
 struct COPY_ITEM {
-    basekit::ustring source;   // receiver path, "/log/name"
-    basekit::ustring target;   // local path
+    basekit::ustring source;   // receiver path, "/log/name" (the local path when copying to the receiver)
+    basekit::ustring target;   // local path (the receiver path when copying to the receiver)
     std::uint64_t size = 0;
 };
 
-// Copies receiver files into local files through the file copier, showing the progress, the
-// speed and the time left; Cancel stops the copy and leaves no file under the target's name
-// (the copier writes "<target>.part" and renames it only when the file is whole). Ends with 1
-// when every file was copied, 2 when cancelled or failed (after the error box), 3 when asked
-// to copy to the receiver, which its command language does not offer.
+// Copies receiver files into local files through the file copier (or, to the receiver, local
+// files through the uploader), showing the progress, the speed and the time left; Cancel stops
+// the copy and leaves no file under the target's name (the copier writes "<target>.part" and
+// renames it only when the file is whole; the receiver keeps uploaded blocks aside until the
+// size check). Ends with 1 when every file was copied, 2 when cancelled or failed (after the
+// error box).
 class CCopyFileDlg : public CFenkDialog {
 public:
     CCopyFileDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, const wchar_t* source, const wchar_t* target,

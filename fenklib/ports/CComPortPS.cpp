@@ -8,8 +8,12 @@
 CComPortPS::CComPortPS(basekit::CSmartPtr<devio::IReceiver> receiver, devio::vok::ECom port, QWidget* parent)
     : CFenkPropertySheet(receiver, PortSheetCaption(devio::vok::ToKeyword(port)), parent, L"CComPortPS"),
       m_port(port),
-      m_general(receiver, port) {
+      m_general(receiver, port),
+      m_driver(receiver, port),
+      m_advanced(receiver, port) {
     AddPage(&m_general);
+    AddPage(&m_driver);
+    AddPage(&m_advanced);
 }
 
 CComPortPS::~CComPortPS() { DestroyWindow(); }

@@ -1,5 +1,7 @@
 #pragma once
 #include "fenklib/frame/CFenkPropertySheet.h"
+#include "fenklib/ports/CReceiverPortComAdvancedPP.h"
+#include "fenklib/ports/CReceiverPortComDriverPP.h"
 #include "fenklib/ports/CReceiverPortComGeneralPP.h"
 
 // A script port's sheet. DoModal gives 3 without showing anything when the receiver no longer
@@ -10,8 +12,12 @@ public:
     CComPortPS(basekit::CSmartPtr<devio::IReceiver> receiver, devio::vok::ECom port, QWidget* parent);
     ~CComPortPS() override;
     int DoModal() override;
+    CReceiverPortComDriverPP& DriverPage() { return m_driver; }
+    CReceiverPortComAdvancedPP& AdvancedPage() { return m_advanced; }
 
 private:
     devio::vok::ECom m_port;
     CReceiverPortComGeneralPP m_general;
+    CReceiverPortComDriverPP m_driver;
+    CReceiverPortComAdvancedPP m_advanced;
 };

@@ -201,6 +201,30 @@ std::string CVokReceiverMateCore::ReadFileBlock(const ustring& path, std::uint64
     return Exchange(command, GetCommandTimeout(static_cast<unsigned>(length)), true, true).payload;
 }
 
+// Blocks go as hexadecimal digits: a command line holds text only.
+void CVokReceiverMateCore::WriteFileBlock(const ustring& path, std::uint64_t offset, std::string_view bytes) {
+    static constexpr wchar_t kDigits[] = L"0123456789abcdef";
+    CheckCommandArgument(path, true);
+    ustring command = ustring::Format(L"set,\"%s\"&upload:{%llu},", path, static_cast<unsigned long long>(offset));
+    command.reserve(command.size() + 2 * bytes.size());
+    for (const char c : bytes) {
+        const auto b = static_cast<unsigned char>(c);
+        command += kDigits[b >> 4];
+        command += kDigits[b & 0x0F];
+    }
+    ExecuteCommand(command, false, GetCommandTimeout(static_cast<unsigned>(command.size())));
+}
+
+void CVokReceiverMateCore::CommitFileUpload(const ustring& path, std::uint64_t size) {
+    CheckCommandArgument(path, true);
+    ExecuteCommand(ustring::Format(L"set,\"%s\"&commit,%llu", path, static_cast<unsigned long long>(size)));
+}
+
+void CVokReceiverMateCore::DiscardFileUpload(const ustring& path) {
+    CheckCommandArgument(path, true);
+    ExecuteCommand(ustring::Format(L"set,\"%s\"&discard,y", path));
+}
+
 ustring CVokReceiverMateCore::FormatW84(const vok::POS_GEO& pos) {
     int ld = 0, lm = 0, od = 0, om = 0;
     double ls = 0, os = 0;
@@ -271,6 +295,10 @@ void CVokReceiverMateCore::SetSerialParameters(vok::EDev port, vok::EBaudRate ra
 }
 
 std::vector<ustring> CVokReceiverMateCore::GetPortScriptList(vok::EDev port, const wchar_t* which) {
+    return BracedList(ExecuteCommand(ustring::Format(L"print,%s/%s", vok::ToKeyword(port), which), true));
+}
+
+std::vector<ustring> CVokReceiverMateCore::GetPortScriptList(vok::ECom port, const wchar_t* which) {
     return BracedList(ExecuteCommand(ustring::Format(L"print,%s/%s", vok::ToKeyword(port), which), true));
 }
 

@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "fenklib/receiver/CReceiverEnumWrapper.h"
@@ -117,6 +118,11 @@ public:
     // A receiver file read in blocks (file copies): its size, and length bytes from offset.
     std::uint64_t GetFileSize(const ustring& path);
     std::string ReadFileBlock(const ustring& path, std::uint64_t offset, std::uint64_t length);
+    // A receiver file written in blocks (uploads): each block at its offset, then the size check
+    // that makes the whole file appear at once; a cancelled upload discards its staged blocks.
+    void WriteFileBlock(const ustring& path, std::uint64_t offset, std::string_view bytes);
+    void CommitFileUpload(const ustring& path, std::uint64_t size);
+    void DiscardFileUpload(const ustring& path);
     void SetReferencePosition(const wchar_t* which, const vok::POS_GEO& pos);   // which: "arp" or "pos"
     void SetReferencePosition(const wchar_t* which, const vok::POS_XYZ& pos);
     vok::POS_GEO GetReferenceGeo(const wchar_t* which);
@@ -130,6 +136,7 @@ public:
     void SetSerialParameters(vok::EDev port, vok::EBaudRate rate, vok::ERtsControl rts, vok::EStopBits stops,
                              vok::EParity parity, vok::EByteSize bits);
     std::vector<ustring> GetPortScriptList(vok::EDev port, const wchar_t* which);   // "scripts" or "profiles"
+    std::vector<ustring> GetPortScriptList(vok::ECom port, const wchar_t* which);
     ustring GetScriptVariableName(const ustring& port, int index);
     void SendEvent(const ustring& name, const ustring& value);
     std::vector<vok::EDev> ListPorts(const ustring& portClass);

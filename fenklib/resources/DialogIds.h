@@ -110,4 +110,9 @@ enum FenkDialogId : unsigned {
     IDD_BLUETOOTH_WIDE = 6015,
     IDD_VOLUME_CONTROL_WIDE = 6017,
     IDD_MASTER_VOLUME_WIDE = 6019,
+    // COM script-port dialogs
+    IDD_COM_FILES = 6300,
+    IDD_COM_VARIABLES = 6302,
+    IDD_COM_CONTROL = 6304,
+    IDD_COM_UPDATE_DRIVER = 6306,
 };

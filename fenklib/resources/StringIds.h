@@ -562,9 +562,30 @@ enum FenkStringId : unsigned {
     // Link kinds and live logging.
     IDS_RT_LOG_NO_TAP = 6500,
     IDS_RT_LOG_LOST = 6501,
+    // COM script-port dialogs
+    IDS_COM_DRIVER_FILES = 6300,
+    IDS_COM_VARIABLES_TITLE = 6301,
+    IDS_COM_CONTROL_TITLE = 6302,
+    IDS_COM_UPDATE_DRIVER_TITLE = 6303,
+    IDS_COM_COL_KIND = 6304,
+    IDS_COM_KIND_SCRIPT = 6305,
+    IDS_COM_KIND_PROFILE = 6306,
+    IDS_COM_REPORT = 6307,
+    IDS_COM_STATE = 6308,
+    IDS_COM_SCRIPT = 6309,
+    IDS_COM_PROFILE = 6310,
+    IDS_COM_START = 6311,
+    IDS_COM_STOP = 6312,
+    IDS_COM_BUNDLE_FOLDER = 6313,
+    IDS_COM_INSTALL = 6314,
+    IDS_COM_BUNDLE_FILTER = 6315,
+    IDS_COM_BUNDLE_EMPTY = 6316,
+    IDS_COM_COL_TARGET = 6317,
+    IDS_COM_EDIT_HINT = 6318,
+    IDS_COM_NO_DRIVER = 6319,
 
     // Each window family numbers its unnumbered texts in its own hundred, so that families
     // added side by side never collide: status 5400, output messages 5500, ports 5600,
     // receiver files 5700, site and coordinates 5800, settings and controller tools 5900,
-    // receiver configuration sheets 6000, modems and channels 6100.
+    // receiver configuration sheets 6000, modems and channels 6100, COM script-port dialogs 6300.
 };

@@ -189,11 +189,21 @@ TEST(FileExplorer, CancelledCopyLeavesNothingBehind) {
     EXPECT_TRUE(QDir(target.path()).entryList(QDir::Files).isEmpty());
 }
 
-TEST(FileExplorer, CopyToTheReceiverIsRefused) {
+// To the receiver: a local file lands whole under its name; a missing local file is an error box.
+TEST(FileExplorer, CopyToTheReceiver) {
     SimLink link;
+    const QTemporaryDir dir;
+    const QString local = dir.filePath(QStringLiteral("up.txt"));
+    QFile file(local);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(5000, 'u'));
+    file.close();
     const uikit::CMessageBoxResponder boxes;
-    CCopyFileDlg copy(link.Receiver(), nullptr, L"/tmp/x", L"/log/x", false);
-    EXPECT_EQ(copy.DoModal(), 3);
+    CCopyFileDlg up(link.Receiver(), nullptr, ustring::FromQString(local).c_str(), L"/log/up.txt", false);
+    EXPECT_EQ(up.DoModal(), 1);
+    EXPECT_EQ(devio::CVokReceiverMate(link.Receiver()).GetFileSize(L"/log/up.txt"), 5000u);
+    CCopyFileDlg missing(link.Receiver(), nullptr, L"/nonexistent/x", L"/log/x", false);
+    EXPECT_EQ(missing.DoModal(), 2);
     EXPECT_EQ(boxes.Requests().size(), 1u);
 }
 

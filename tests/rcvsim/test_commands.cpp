@@ -157,6 +157,36 @@ TEST(ScriptPort, ClearingRemovesTheDriverAndItsVariables) {
     EXPECT_EQ(sim.Run("print,/com/a/script/version&size").status, -2);
 }
 
+// Files written in blocks appear only whole, after the size check; bad blocks are refused.
+TEST(Upload, BlocksAppearOnlyAfterAMatchingSize) {
+    const std::string up = "set,\"/log/t.txt\"&upload:", commit = "set,\"/log/t.txt\"&commit,";
+    struct Row {
+        const char* legend;
+        std::vector<std::string> commands;
+        const char* lastReply;
+        const char* content;   // nullptr: no such file afterwards
+    };
+    const Row rows[] = {
+        {"two blocks and their size make the file", {up + "{0},6869", up + "{2},21", commit + "3"}, "", "hi!"},
+        {"an offset past the staged bytes", {up + "{0},6869", up + "{5},21"}, "{2,,wrong 1st parameter}", nullptr},
+        {"a later block without a start", {up + "{2},21"}, "{2,,wrong 1st parameter}", nullptr},
+        {"an odd number of digits", {up + "{0},686"}, "{2,,wrong 2nd parameter}", nullptr},
+        {"a size that does not match", {up + "{0},6869", commit + "5"}, "{2,,wrong 2nd parameter}", nullptr},
+        {"discarded blocks cannot be committed", {up + "{0},6869", "set,\"/log/t.txt\"&discard,y", commit + "2"},
+         "{2,,wrong 1st parameter}", nullptr},
+        {"a path outside the writable folders", {"set,\"/rcv/t\"&upload:{0},00"}, "{2,,wrong 1st parameter}", nullptr},
+    };
+    for (const Row& row : rows) {
+        SimReceiver sim;
+        Reply last;
+        for (const std::string& c : row.commands) last = sim.Run(c);
+        EXPECT_EQ(last.text, row.lastReply) << row.legend;
+        const Reply file = sim.Run("print,\"/log/t.txt\"&content");
+        if (row.content) EXPECT_EQ(file.text, row.content) << row.legend;
+        else EXPECT_LT(file.status, 0) << row.legend << ": a half file is visible";
+    }
+}
+
 TEST(LogFiles, CreateListReadAndRemove) {
     SimReceiver sim;
     ASSERT_EQ(sim.Run("create,\"/log/extra.jps\"").status, 0);

@@ -1,5 +1,6 @@
 #pragma once
 #include <memory>
+#include <map>
 #include <mutex>
 #include <optional>
 #include <random>
@@ -94,6 +95,10 @@ private:
     Reply SetCurrentFile(const std::string& path, const std::string& value, const Context& ctx);
     std::optional<Reply> RunAction(const std::string& path, const std::string& value, const Context& ctx);
     Reply ClearItem(const std::string& path);
+    // Files written in blocks: "<path>&upload:{offset}", "&commit", "&discard" (ReceiverUpload.cpp).
+    Reply SetFileAttribute(const Target& t, const std::string& value, const Context& ctx);
+    Reply UploadBlock(const std::string& path, std::string_view option, const std::string& hex);
+    Reply CommitUpload(const std::string& path, const std::string& size, const Context& ctx);
     void SyncCoordinates(const std::string& path);
     void AddPoint(int slot, const std::string& name, int id, const std::string& date,
                   const Geodetic& where, bool automatic);
@@ -125,6 +130,7 @@ private:
     const double startTime_;
     ParamTree params_;
     FileStore files_;
+    std::map<std::string, std::string, std::less<>> uploads_;   // bytes staged per final path
     MessageCatalog catalog_;
     OutputSchedule schedule_;
     FaultPlan faults_;

@@ -48,6 +48,7 @@ Reply Receiver::Set(const Args& args, const Context& ctx) {
     const Target t = CommandLine::ParseTarget(args[0]);
     if (args.size() < 2) return Reply::WrongSecond();
     const std::string value = CommandLine::Trim(JoinFrom(args, 1));
+    if (t.quoted && !t.attribute.empty()) return SetFileAttribute(t, value, ctx);
     if (t.path == "reset") {
         if (value != "yes") return Reply::WrongSecond();
         Restart();
@@ -127,6 +128,16 @@ std::optional<Reply> Receiver::RunAction(const std::string& path, const std::str
     const auto expect = [&](std::string_view word) {
         return value == word ? Reply::Success() : Reply::WrongSecond();
     };
+    if (path == "com/a/profile") {
+        // Choosing a profile starts the script engine on it; the empty name stops it.
+        const std::string name = CommandLine::Unquote(value);
+        if (!name.empty() && !files_.Find("/com/a/profile/" + name)) return Reply::WrongSecond();
+        AssignDerived(path, name);
+        AssignDerived("com/a/cur/state", name.empty() ? "stopped" : "running");
+        AssignDerived("com/a/cur/report", name.empty() ? "idle" : "profile " + name + " started");
+        AssignDerived("com/a/cur/script", name.empty() ? "" : "init");
+        return Reply::Success();
+    }
     if (path == "log/rot/force") {
         if (value != "on") return Reply::WrongSecond();
         Rotate(ctx.now);
@@ -177,6 +188,7 @@ Reply Receiver::ClearItem(const std::string& path) {
     if (path == "com/a") {
         // Uninstalling the script-port driver: its files, variables and profile go.
         files_.RemoveAll("/com/a/");
+        std::erase_if(uploads_, [](const auto& u) { return CommandLine::StartsWith(u.first, "/com/a/"); });
         params_.RemoveSubtree("com/a/var");
         AssignDerived("com/a/profile", "");
         RefreshDerived();
