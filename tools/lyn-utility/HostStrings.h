@@ -52,6 +52,11 @@ enum HostStringId : unsigned {
     HS_TOUR_READINGS_FAILED,
     HS_CANNOT_CONNECT,
     HS_STATUS_RECONNECTING_NOW,
+    // Following the receiver's reconfigured port
+    HS_FOLLOWED,
+    HS_WENT_BACK,
+    HS_WENT_BACK_UNRESTORED,
+    HS_FOLLOW_LOST,
     HS_CAPTION_FIRST,   // launcher captions follow, in the order of CFenkBinding's launcher table
 };
 

@@ -17,6 +17,7 @@
 #include "tools/rcvsim/Reply.h"
 #include "tools/rcvsim/SimClock.h"
 #include "tools/rcvsim/SimOptions.h"
+#include "tools/rcvsim/TerminalLine.h"
 #include "tools/rcvsim/CommandLine.h"
 
 namespace rcvsim {
@@ -44,6 +45,8 @@ public:
     // Characters per second of the port's line settings (rate over start+data+parity+stop
     // bits); 0 for a port without them.
     double PortBytesPerSecond(std::string_view port) const;
+    // The port's line framing from its settings ("fodd" and "feven" frame as odd and even).
+    LineSettings PortLine(std::string_view port) const;
     Fix CurrentFix() const;
     const SimOptions& Options() const { return options_; }
     double Now() const { return clock_->Now(); }
