@@ -226,9 +226,9 @@ TEST(PortsTree, EnterOpensThePortAndF5ListsAgain) {
             });
             QKeyEvent press(QEvent::KeyPress, row.key, Qt::NoModifier);
             QApplication::sendEvent(dlg.PortList(), &press);
-            const std::vector<ustring> first(rcv->Sent().begin(), rcv->Sent().begin() + std::min(rcv->Sent().size(), row.sent.size()));
+            std::vector<ustring> first = rcv->Sent();
+            if (!row.sent.empty()) first.resize(std::min(first.size(), row.sent.size()));
             EXPECT_EQ(first, row.sent) << row.legend;
-            EXPECT_EQ(row.sent.empty(), rcv->Sent().empty()) << row.legend;
             EXPECT_EQ(dlg.PortList()->currentItem()->text(0), row.port < 0 ? "Serial" : "dev/ser/b") << row.legend;
             dlg.EndDialog(2);
         });
