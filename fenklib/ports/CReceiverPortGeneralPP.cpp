@@ -177,7 +177,9 @@ void CReceiverPortGeneralPP::ShowLoad() { fenkmsg::ShowPortLoad(m_controls.Get<Q
 int CReceiverPortGeneralPP::ReadLineRate(devio::CVokReceiverMate& mate, vok::EDev port) {
     try {
         const std::optional<vok::EBaudRate> rate = mate.GetMember(par::PortRate, port);
-        return rate ? static_cast<int>(LineOf({.rate = *rate}).baudRate) : 0;
+        SERIAL_VALUES values;
+        values.rate = rate;
+        return rate ? static_cast<int>(LineOf(values).baudRate) : 0;
     } catch (const basekit::CCommException&) {
         return 0;
     }

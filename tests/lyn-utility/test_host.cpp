@@ -219,9 +219,13 @@ TEST(Host, FollowsTheReconfiguredPortOrGoesBackSayingWhy) {
         ASSERT_TRUE(connection.IsOpen()) << row.legend;
         EXPECT_TRUE(connection.Url().ToQString().contains(QLatin1String(row.urlHas))) << row.legend << ": " << connection.Url().ToUtf8();
         EXPECT_TRUE(window.StatusText().contains(QStringLiteral("FNK-600"))) << row.legend << ": it answers there";
-        if (*row.rate) EXPECT_EQ(sim.Core().Execute("print,dev/ser/a/rate", "dev/ser/b").text, row.rate) << row.legend;
+        if (*row.rate) {
+            EXPECT_EQ(sim.Core().Execute("print,dev/ser/a/rate", "dev/ser/b").text, row.rate) << row.legend;
+        }
         ASSERT_EQ(boxes.Requests().size(), *row.box ? 1u : 0u) << row.legend;
-        if (*row.box) EXPECT_NE(boxes.Requests()[0].text.find(row.box), std::wstring::npos) << boxes.Requests()[0].text.ToUtf8();
+        if (*row.box) {
+            EXPECT_NE(boxes.Requests()[0].text.find(row.box), std::wstring::npos) << boxes.Requests()[0].text.ToUtf8();
+        }
     }
 }
 
