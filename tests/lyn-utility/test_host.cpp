@@ -219,6 +219,9 @@ TEST(Host, FollowsTheReconfiguredPortOrGoesBackSayingWhy) {
         ASSERT_TRUE(connection.IsOpen()) << row.legend;
         EXPECT_TRUE(connection.Url().ToQString().contains(QLatin1String(row.urlHas))) << row.legend << ": " << connection.Url().ToUtf8();
         EXPECT_TRUE(window.StatusText().contains(QStringLiteral("FNK-600"))) << row.legend << ": it answers there";
+        // The old settings go out without waiting for an answer: a round trip after them proves them applied.
+        CFenkBinding::Identity id;
+        EXPECT_EQ(TestProbe(connection.Receiver(), 3000, id), 0u) << row.legend;
         if (*row.rate) {
             EXPECT_EQ(sim.Core().Execute("print,dev/ser/a/rate", "dev/ser/b").text, row.rate) << row.legend;
         }
