@@ -18,12 +18,6 @@ constexpr DLG_ITEM kItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_MESSAGE_LIST, 300, 190, kItems};
 
-// The rate of the link the host opened, when it is a serial line.
-int LinkRate(const basekit::CSmartPtr<devio::IReceiver>& receiver) {
-    if (!receiver || !receiver->GetPort() || !receiver->GetPort()->GetAddress()) return 0;
-    const auto properties = receiver->GetPort()->GetAddress()->GetProperties();
-    return properties ? properties->GetProperty(L"BaudRate").toInt() : 0;
-}
 }  // namespace
 
 CMessageListDlg::CMessageListDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, fenkmsg::MessageList& list)
@@ -38,7 +32,7 @@ CMessageListDlg::~CMessageListDlg() { DestroyWindow(); }
 
 bool CMessageListDlg::OnInitDialog() {
     CFenkDialog::OnInitDialog();
-    m_editor->SetLineRate(m_lineRate > 0 ? m_lineRate : LinkRate(GetReceiver()));
+    m_editor->SetLineRate(m_lineRate);
     m_editor->SetMessages(m_result);
     return true;
 }

@@ -12,7 +12,8 @@ public:
     CMessageListDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, fenkmsg::MessageList& list);
     ~CMessageListDlg() override;
 
-    // The port's line rate (bit/s) for the load figure; without it the link's own rate is used.
+    // The line rate (bit/s) of the port the list is for, for the load figure. Without it the
+    // figure is in bytes per second: the rate of the host's own link says nothing of another port.
     void SetLineRate(int bitsPerSecond) { m_lineRate = bitsPerSecond; }
 
     bool OnInitDialog() override;

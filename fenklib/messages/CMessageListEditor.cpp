@@ -2,7 +2,6 @@
 
 #include <QAction>
 #include <QLabel>
-#include <QLocale>
 #include <QTreeWidget>
 
 #include "fenklib/FenkLaunchers.h"
@@ -13,10 +12,6 @@
 #include "platform/uikit/CMessageBoxService.h"
 
 using basekit::ustring;
-
-namespace {
-ustring Percent(double share) { return ustring::FromQString(QLocale().toString(share * 100, 'f', 0) + QLocale().percent()); }
-}  // namespace
 
 CMessageListEditor::CMessageListEditor(QWidget* window, basekit::CSmartPtr<devio::IReceiver> receiver, QTreeWidget* list, QLabel* load)
     : QObject(window), m_window(window), m_receiver(std::move(receiver)), m_list(list), m_load(load) {
@@ -53,22 +48,13 @@ double CMessageListEditor::LoadShare() const {
 }
 
 void CMessageListEditor::ShowLoad() {
-    if (!m_load) return;
-    const auto load = fenkmsg::ComputePortLoad(m_messages, fenkmsg::CMessageRegistry::Instance(), m_lineRate);
-    const QLocale locale;
-    m_load->setText(m_lineRate > 0 ? ustring::Format(LoadResString(IDS_PORT_LOAD).c_str(), Percent(load.share),
-                                                     ustring::FromQString(locale.toString(m_lineRate))).ToQString()
-                                   : ustring::Format(LoadResString(IDS_PORT_LOAD_NO_RATE).c_str(),
-                                                     ustring::FromQString(locale.toString(load.bytesPerSecond, 'f', 0))).ToQString());
-    QPalette palette = m_load->palette();
-    palette.setColor(QPalette::WindowText, load.share > 1.0 ? Qt::red : m_window->palette().color(QPalette::WindowText));
-    m_load->setPalette(palette);
+    if (m_load) fenkmsg::ShowPortLoad(m_load, m_messages, m_lineRate);
 }
 
 bool CMessageListEditor::ConfirmLoad() const {
     const double share = LoadShare();
     if (share <= 1.0) return true;
-    return uikit::CMessageBoxService::Show(m_window, ustring::Format(LoadResString(IDS_PORT_LOAD_OVER).c_str(), Percent(share)), {},
+    return uikit::CMessageBoxService::Show(m_window, ustring::Format(LoadResString(IDS_PORT_LOAD_OVER).c_str(), fenkmsg::LoadPercent(share)), {},
                                            uikit::MB_YESNO | uikit::MB_ICONWARNING | uikit::MB_DEFBUTTON2) == uikit::IDYES;
 }
 

@@ -2,11 +2,14 @@
 
 #include <QBitmap>
 #include <QHeaderView>
+#include <QLabel>
+#include <QLocale>
 #include <QPixmap>
 #include <QTreeWidget>
 #include <algorithm>
 
 #include "fenklib/frame/LibraryHelpers.h"
+#include "fenklib/messages/PortLoad.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "fenklib/resources/FenkImages.h"
 #include "fenklib/resources/ImageIds.h"
@@ -84,6 +87,22 @@ std::vector<int> SelectedRows(const QTreeWidget* list) {
     for (QTreeWidgetItem* item : list->selectedItems()) rows.push_back(list->indexOfTopLevelItem(item));
     std::sort(rows.begin(), rows.end());
     return rows;
+}
+
+void ShowPortLoad(QLabel* label, const MessageList& messages, int lineRate) {
+    const PORT_LOAD load = ComputePortLoad(messages, CMessageRegistry::Instance(), lineRate);
+    const QLocale locale;
+    label->setText(lineRate > 0 ? basekit::ustring::Format(LoadResString(IDS_PORT_LOAD).c_str(), LoadPercent(load.share),
+                                                          basekit::ustring::FromQString(locale.toString(lineRate))).ToQString()
+                                : basekit::ustring::Format(LoadResString(IDS_PORT_LOAD_NO_RATE).c_str(),
+                                                          basekit::ustring::FromQString(locale.toString(load.bytesPerSecond, 'f', 0))).ToQString());
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, load.share > 1.0 ? Qt::red : label->window()->palette().color(QPalette::WindowText));
+    label->setPalette(palette);
+}
+
+basekit::ustring LoadPercent(double share) {
+    return basekit::ustring::FromQString(QLocale().toString(share * 100, 'f', 0) + QLocale().percent());
 }
 
 }  // namespace fenkmsg

@@ -4,6 +4,7 @@
 #include "fenklib/messages/MessageList.h"
 #include "fenklib/messages/MessageRegistry.h"
 
+class QLabel;
 class QTreeWidget;
 class QTreeWidgetItem;
 namespace devio { class CVokReceiverMate; }
@@ -29,5 +30,11 @@ void SetupMessageColumns(QTreeWidget* list);
 void ShowMessages(QTreeWidget* list, const MessageList& messages, const CMessageRegistry& registry);
 void ShowMessageRow(QTreeWidgetItem* row, const devio::vok::MSG& msg, const CMessageRegistry& registry);
 std::vector<int> SelectedRows(const QTreeWidget* list);
+
+// The load a list puts on its port, under the list: the share of the port's own line rate
+// (bit/s), in red above a full line; bytes per second alone when the rate is not known (0).
+void ShowPortLoad(QLabel* label, const MessageList& messages, int lineRate);
+// The share as the reader writes percentages ("35%").
+basekit::ustring LoadPercent(double share);
 
 }  // namespace fenkmsg

@@ -1,15 +1,18 @@
 #include "fenklib/ports/CReceiverPortGeneralPP.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
 
-#include "fenklib/FenkLaunchers.h"
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/frame/RangeValidation.h"
+#include "fenklib/messages/CMessageListDlg.h"
+#include "fenklib/messages/MessageViews.h"
 #include "fenklib/ports/OutputMode.h"
+#include "fenklib/ports/SerialValues.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
@@ -31,6 +34,7 @@ constexpr DLG_ITEM kNormalItems[] = {
     {IDC_LABEL, CtlKind::Static, IDS_PERIOD_S, 7, 65, 196, 9},
     {P::IDC_PERIOD, CtlKind::RealEdit, 0, 7, 75, 196, 14, kWide},
     {P::IDC_MESSAGES, CtlKind::Button, IDS_MESSAGES, 133, 96, 70, 16, uikit::kAnchorTopRight},
+    {P::IDC_LOAD, CtlKind::Static, 0, 7, 116, 196, 10, kWide},
 };
 constexpr DLG_ITEM kWideItems[] = {
     {IDC_LABEL, CtlKind::Static, IDS_INPUT_MODE, 7, 9, 100, 9},
@@ -40,9 +44,10 @@ constexpr DLG_ITEM kWideItems[] = {
     {IDC_LABEL, CtlKind::Static, IDS_PERIOD_S, 7, 45, 100, 9},
     {P::IDC_PERIOD, CtlKind::RealEdit, 0, 110, 43, 193, 14, kWide},
     {P::IDC_MESSAGES, CtlKind::Button, IDS_MESSAGES, 233, 64, 70, 16, uikit::kAnchorTopRight},
+    {P::IDC_LOAD, CtlKind::Static, 0, 7, 84, 296, 10, kWide},
 };
-constexpr DLG_TEMPLATE kNormal{IDD_PORT_GENERAL, 210, 120, kNormalItems};
-constexpr DLG_TEMPLATE kWideLayout{IDD_PORT_GENERAL_WIDE, 310, 90, kWideItems};
+constexpr DLG_TEMPLATE kNormal{IDD_PORT_GENERAL, 210, 132, kNormalItems};
+constexpr DLG_TEMPLATE kWideLayout{IDD_PORT_GENERAL_WIDE, 310, 100, kWideItems};
 
 }  // namespace
 
@@ -54,9 +59,13 @@ CReceiverPortGeneralPP::CReceiverPortGeneralPP(basekit::CSmartPtr<devio::IReceiv
     connect(outputMode, &QComboBox::activated, this, [this] {
         SetModified();
         UpdateControls();
+        ShowLoad();
     });
     connect(m_controls.Get<QComboBox>(IDC_IMODE), &QComboBox::activated, this, [this] { SetModified(); });
-    connect(m_controls.Get<QLineEdit>(IDC_PERIOD), &QLineEdit::textEdited, this, [this] { SetModified(); });
+    connect(m_controls.Get<QLineEdit>(IDC_PERIOD), &QLineEdit::textEdited, this, [this] {
+        SetModified();
+        ShowLoad();
+    });
     connect(m_controls.Get<QPushButton>(IDC_MESSAGES), &QPushButton::clicked, this, [this] { OnMessages(); });
 }
 
@@ -69,6 +78,7 @@ bool CReceiverPortGeneralPP::OnInitDialog() {
         imode = mate.GetMember(par::PortIMode, m_port);
         m_messages = mate.GetPortMessages(m_port);
         m_ownPort = mate.GetCurrentTerminal() == m_port;
+        m_lineRate = ReadLineRate(mate, m_port);
     });
     auto* modes = m_controls.Get<QComboBox>(IDC_IMODE);
     modes->clear();
@@ -77,6 +87,7 @@ bool CReceiverPortGeneralPP::OnInitDialog() {
     modes->setCurrentIndex(imode ? modes->findData(static_cast<int>(*imode)) : -1);
     FillOutputMode();
     UpdateControls();
+    ShowLoad();
     return true;
 }
 
@@ -131,10 +142,46 @@ bool CReceiverPortGeneralPP::ApplyOutputMode() {
 
 void CReceiverPortGeneralPP::OnMessages() {
     if (!ApplyOutputMode()) return;
-    if (run_MessageListDlg(m_receiver, this, m_messages) == 1) {   // 2: the user cancelled
+    CMessageListDlg dialog(m_receiver, this, m_messages);
+    dialog.SetLineRate(m_lineRate);   // the load figure on this port's own line
+    if (dialog.DoModal() == 1) {      // 2: the user cancelled
         FillOutputMode();
         SetModified();
         UpdateControls();
+        ShowLoad();
+    }
+}
+
+// What Apply would write, without touching the working list: the period as it is being typed.
+fenkmsg::MessageList CReceiverPortGeneralPP::ChosenList() const {
+    switch (static_cast<EOutputMode>(OutputModeData())) {
+    case EOutputMode::None:
+        return {};
+    case EOutputMode::NamedSet: {
+        bool ok = false;
+        const double period = QLocale().toDouble(m_controls.Get<QLineEdit>(IDC_PERIOD)->text(), &ok);
+        const basekit::ustring name = basekit::ustring::FromQString(m_controls.Get<QComboBox>(IDC_OUTPUT_MODE)->currentText());
+        for (const fenkmsg::MESSAGE_SET& set : fenkmsg::PredefinedMessageSets())
+            if (set.name == name) return ExpandMessageSet(set.messages, ok ? period : m_period);
+        return m_messages;
+    }
+    case EOutputMode::UserDefined:
+        break;
+    }
+    return m_messages;
+}
+
+void CReceiverPortGeneralPP::ShowLoad() { fenkmsg::ShowPortLoad(m_controls.Get<QLabel>(IDC_LOAD), ChosenList(), m_lineRate); }
+
+// The port's own line rate; 0 for a port that has none (the receiver refuses the setting).
+int CReceiverPortGeneralPP::ReadLineRate(devio::CVokReceiverMate& mate, vok::EDev port) {
+    try {
+        const std::optional<vok::EBaudRate> rate = mate.GetMember(par::PortRate, port);
+        SERIAL_VALUES values;
+        values.rate = rate;
+        return rate ? static_cast<int>(LineOf(values).baudRate) : 0;
+    } catch (const basekit::CCommException&) {
+        return 0;
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
+#include "fenklib/ports/OwnPortChange.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
@@ -101,11 +102,16 @@ CReceiverPortSerialPP::SERIAL_VALUES CReceiverPortSerialPP::ChosenValues() const
     return v;
 }
 
-// Sent on every Apply, changed or not: the receiver may have been changed from elsewhere.
+// Sent on every Apply, changed or not: the receiver may have been changed from elsewhere. Whose
+// port it is is asked first: once the controller's own port has switched, nothing more gets
+// through at the old settings.
 bool CReceiverPortSerialPP::OnApply() {
     const SERIAL_VALUES chosen = ChosenValues();
     return WithReceiver([&](devio::CVokReceiverMate& mate) {
+        const bool ownPort = mate.GetCurrentTerminal() == m_port;
         mate.SetSerialParameters(m_port, *chosen.rate, *chosen.rts, *chosen.stops, *chosen.parity, *chosen.bits);
-        if (mate.GetCurrentTerminal() == m_port && chosen != m_read && m_portChanged) *m_portChanged = 1;
+        if (!ownPort || chosen == m_read) return;
+        RecordOwnPortChange({m_port, m_read, chosen});
+        if (m_portChanged) *m_portChanged = 1;
     });
 }

@@ -4,22 +4,16 @@
 
 #include "fenklib/frame/CDialogControls.h"
 #include "fenklib/ports/CReceiverPortBasePP.h"
+#include "fenklib/ports/SerialValues.h"
 
 // A serial port's line settings, written all five in one command on every Apply. When the port
-// is the controller's own and a value changed, the page raises the sheet's flag: the receiver
-// switched on the spot and the host must reconnect.
+// is the controller's own and a value changed, the page raises the sheet's flag and records the
+// change for the host: the receiver switched on the spot and the host must follow it.
 class CReceiverPortSerialPP : public CReceiverPortBasePP {
 public:
     enum : unsigned { IDC_BAUD_RATE = 3418, IDC_BYTE_SIZE = 3419, IDC_STOP_BITS = 3420, IDC_PARITY = 3421, IDC_RTS_CTS = 3422 };
 
-    struct SERIAL_VALUES {
-        std::optional<devio::vok::EBaudRate> rate;
-        std::optional<devio::vok::ERtsControl> rts;
-        std::optional<devio::vok::EStopBits> stops;
-        std::optional<devio::vok::EParity> parity;
-        std::optional<devio::vok::EByteSize> bits;
-        bool operator==(const SERIAL_VALUES&) const = default;
-    };
+    using SERIAL_VALUES = ::SERIAL_VALUES;
 
     CReceiverPortSerialPP(basekit::CSmartPtr<devio::IReceiver> receiver, devio::vok::EDev port, std::uint8_t* portChanged);
     ~CReceiverPortSerialPP() override;

@@ -6,6 +6,7 @@
 #include "fenklib/ports/CPortList.h"
 #include "fenklib/ports/CSerialPortPS.h"
 #include "fenklib/ports/CUniversalPortPS.h"
+#include "fenklib/ports/OwnPortChange.h"
 #include "fenklib/ports/PortGroups.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
@@ -32,6 +33,8 @@ CReceiverPortsDlg::CReceiverPortsDlg(basekit::CSmartPtr<devio::IReceiver> receiv
         return m_list;
     });
     m_list->SetOnActivate([this](QTreeWidgetItem* item) { OnOpenPort(item); });
+    m_list->SetOnRefresh([this] { Refresh(); });
+    ForgetOwnPortChange();
 }
 
 CReceiverPortsDlg::~CReceiverPortsDlg() { DestroyWindow(); }
@@ -49,20 +52,35 @@ bool CReceiverPortsDlg::OnInitDialog() {
 }
 
 void CReceiverPortsDlg::FillTree() {
-    m_list->clear();
+    // Listed in full before the tree changes: a failure leaves the tree as it was.
+    std::vector<std::pair<const PORT_GROUP*, std::vector<basekit::ustring>>> listing;
     devio::CVokReceiverMate mate(m_receiver);
-    for (const PORT_GROUP& group : PortGroups()) {
-        const std::vector<basekit::ustring> ports = ListGroupPorts(mate, group);
+    for (const PORT_GROUP& group : PortGroups()) listing.emplace_back(&group, ListGroupPorts(mate, group));
+    m_list->clear();
+    for (const auto& [group, ports] : listing) {
         if (ports.empty()) continue;
-        auto* node = new QTreeWidgetItem(m_list, QStringList(LoadResString(group.captionId).ToQString()));
-        node->setIcon(0, m_list->GroupImage(group.imageId));
+        auto* node = new QTreeWidgetItem(m_list, QStringList(LoadResString(group->captionId).ToQString()));
+        node->setIcon(0, m_list->GroupImage(group->imageId));
         for (const basekit::ustring& keyword : ports) {
             auto* child = new QTreeWidgetItem(node, QStringList(keyword.ToQString()));
-            child->setIcon(0, m_list->GroupImage(group.imageId));
-            child->setData(0, kKindRole, static_cast<int>(group.kind));
+            child->setIcon(0, m_list->GroupImage(group->imageId));
+            child->setData(0, kKindRole, static_cast<int>(group->kind));
         }
         node->setExpanded(true);
     }
+}
+
+void CReceiverPortsDlg::Refresh() {
+    const QString current = m_list->currentItem() ? m_list->currentItem()->text(0) : QString();
+    try {
+        FillTree();
+    } catch (const basekit::CStdException& e) {
+        uikit::CMessageBoxService::ReportError(this, e);
+        return;
+    }
+    // The port that was chosen stays chosen when it is still there.
+    const QList<QTreeWidgetItem*> same = m_list->findItems(current, Qt::MatchExactly | Qt::MatchRecursive);
+    if (!same.isEmpty()) m_list->setCurrentItem(same.front());
 }
 
 void CReceiverPortsDlg::OnOpenPort(QTreeWidgetItem* item) {

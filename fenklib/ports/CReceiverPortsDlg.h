@@ -19,6 +19,8 @@ public:
     bool OnInitDialog() override;
     // A port item opens its port's sheet; a group item does nothing.
     void OnOpenPort(QTreeWidgetItem* item);
+    // Lists the ports again (F5); the tree stays as it was when the listing fails.
+    void Refresh();
 
     CPortList* PortList() const { return m_list; }
 

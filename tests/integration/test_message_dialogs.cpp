@@ -3,6 +3,8 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
@@ -123,6 +125,40 @@ TEST(MessageMultiPicker, AddsOnceWithTheDefaultScheduleAndDeletesAfterAsking) {
         << "the receiver's default schedule of GSV, formatted";
     ASSERT_EQ(list.size(), 1u);
     EXPECT_EQ(list[0], (MSG{L"nmea/GSV", 5, 0, 0, 0}));
+}
+
+// The user's own gestures on the catalogue: space or a double-click adds a message once, a group never.
+TEST(MessageMultiPicker, SpaceAndDoubleClickAddOnce) {
+    SimLink link;
+    struct ROW {
+        const char* legend;
+        bool space;       // else a double-click
+        int child;        // -1: the group node
+        std::size_t chosen;
+    };
+    const ROW rows[] = {{"space on GSV, twice", true, 3, 2}, {"double-click on GSV, twice", false, 3, 2},
+                        {"space on a group", true, -1, 1}, {"double-click on a group", false, -1, 1}};
+    for (const ROW& row : rows) {
+        std::vector<MSG> list{{L"nmea/GGA", 1, 0, 0, 0}};
+        CRcvMessageMulListDlg dlg(link.Receiver(), nullptr, list);
+        Drive(dlg, [&] {
+            if (!Idle(dlg) || dlg.Tree()->topLevelItemCount() == 0) return false;
+            QTreeWidget* tree = dlg.Tree();
+            tree->setCurrentItem(row.child < 0 ? tree->topLevelItem(1) : Child(tree, QStringLiteral("nmea"), row.child));
+            const QPointF at = tree->visualItemRect(tree->currentItem()).center();
+            for (int i = 0; i < 2; ++i) {
+                QKeyEvent space(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
+                if (row.space) QApplication::sendEvent(tree, &space);
+                for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick}) {
+                    QMouseEvent click(type, at, tree->viewport()->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+                    if (!row.space) QApplication::sendEvent(tree->viewport(), &click);
+                }
+            }
+            EXPECT_EQ(dlg.Chosen().size(), row.chosen) << row.legend;
+            dlg.reject();
+            return true;
+        });
+    }
 }
 
 TEST(MessageEditor, RangesAndFlags) {

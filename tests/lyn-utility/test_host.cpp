@@ -17,6 +17,10 @@
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QComboBox>
+#include <QApplication>
+#include <QTabWidget>
+#include <QTimer>
+#include <QTreeWidget>
 #include "tools/rcvsim/RcvSim.h"
 #include "platform/uikit/CMessageBoxResponder.h"
 
@@ -48,26 +52,6 @@ TEST(Host, BindsWhatTheLibraryExportsAndReportsTheRest) {
     EXPECT_GT(declared, 20);
     CFenkBinding missing;
     EXPECT_FALSE(missing.Load(QStringLiteral("/nonexistent/libfenk.so")));
-}
-
-int AnswerReconnect(basekit::CSmartPtr<devio::IReceiver>, QWidget*) { return 4; }
-int AnswerOk(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget*) { return receiver && receiver->IsReady() ? 1 : 3; }
-
-TEST(Host, ALauncherAnsweringFourMakesTheHostReconnect) {
-    QTemporaryDir store;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
-    const CFenkBinding noLibrary;   // hooks absent: opening is always allowed
-    CConnection connection(noLibrary);
-    connection.Open(L"sim:");
-    CMainWindow window(const_cast<CFenkBinding&>(noLibrary), connection);
-    const basekit::CSmartPtr<devio::IReceiver> before = connection.Receiver();   // held, so its address stays taken
-    EXPECT_EQ(window.RunLauncher({"run_Ok", &AnswerOk, L"Ok", ""}), 1);
-    EXPECT_EQ(connection.Receiver().Get(), before.Get()) << "other results keep the link";
-    EXPECT_EQ(window.RunLauncher({"run_Reconfigure", &AnswerReconnect, L"Reconfigure", ""}), 4);
-    ASSERT_TRUE(connection.IsOpen());
-    EXPECT_NE(connection.Receiver().Get(), before.Get()) << "a new link was opened";
-    EXPECT_EQ(connection.Url(), L"sim:");
-    EXPECT_EQ(window.RunLauncher({"run_Ok", &AnswerOk, L"Ok", ""}), 1) << "and it answers";
 }
 
 // What the library's probe does, spelled out for the test: model, serial number, firmware.
@@ -193,6 +177,66 @@ TEST(Host, ConnectDialogRemembersEachKindAndEnablesOnlyItsFields) {
         EXPECT_EQ(dialog.Url(), row.url) << row.legend;
         EXPECT_EQ(dialog.findChild<QLineEdit*>()->isEnabled(), row.hostEnabled) << row.legend;
         EXPECT_EQ(dialog.findChildren<QComboBox*>().at(0)->isEnabled(), row.portEnabled) << row.legend;
+    }
+}
+
+// The ports dialog answers 4 after changing the controller's own port to 9600 bit/s: the host
+// follows the receiver, or, when the receiver's line stayed where it was, goes back, has the
+// port's old settings written back and says so.
+TEST(Host, FollowsTheReconfiguredPortOrGoesBackSayingWhy) {
+    struct ROW {
+        const char* legend;
+        bool pty, lineStays;
+        const char* urlHas;      // the link the host ends on
+        const char* rate;        // the receiver's port setting at the end ("": the host's own simulator)
+        const wchar_t* box;      // what the host tells the user; empty: nothing
+    };
+    const ROW rows[] = {
+        {"the receiver switches: the host follows", true, false, "baud=9600", "9600", L""},
+        {"the line stays: back, old settings written", true, true, "baud=115200", "115200", L"did not answer at the new settings (serial"},
+        {"a link without line settings reopens as it was", false, false, "sim:", "", L""},
+    };
+    QTemporaryDir store;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+    CFenkBinding binding;
+    ASSERT_TRUE(binding.Load(QStringLiteral(FENK_LIBRARY_PATH))) << binding.ErrorText().toStdString();
+    const auto& launchers = binding.ReceiverLaunchers();
+    const auto ports = std::find_if(launchers.begin(), launchers.end(), [](const auto& l) { return l.name == "run_ReceiverPortsDlg"; });
+    ASSERT_NE(ports, launchers.end());
+    for (const ROW& row : rows) {
+        rcvsim::SimOptions options;
+        options.faults.lineStays = row.lineStays;
+        rcvsim::RcvSim sim(options);
+        CConnection connection(binding);
+        CMainWindow window(binding, connection);
+        const uikit::CMessageBoxResponder boxes;
+        ASSERT_TRUE(window.Connect(row.pty ? basekit::ustring::FromUtf8("serial:" + sim.StartPty() + "?baud=115200") : L"sim:"));
+        QTimer::singleShot(0, &window, [&] {   // in the ports dialog: Properties of dev/ser/a ...
+            auto* tree = QApplication::activeModalWidget()->findChild<QTreeWidget*>();
+            tree->setCurrentItem(tree->findItems(QStringLiteral("dev/ser/a"), Qt::MatchExactly | Qt::MatchRecursive).value(0));
+            QTimer::singleShot(0, &window, [] {   // ... and in its sheet 9600 on the serial page, OK
+                auto* sheet = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+                sheet->findChild<QTabWidget*>()->setCurrentIndex(1);
+                auto* rate = sheet->findChild<QComboBox*>(QStringLiteral("3418"));   // the baud rate's control id
+                rate->setCurrentIndex(rate->findText(QStringLiteral("9600")));
+                sheet->accept();
+            });
+            tree->actions().value(0)->trigger();
+        });
+        EXPECT_EQ(window.RunLauncher(*ports), 4) << row.legend;
+        ASSERT_TRUE(connection.IsOpen()) << row.legend;
+        EXPECT_TRUE(connection.Url().ToQString().contains(QLatin1String(row.urlHas))) << row.legend << ": " << connection.Url().ToUtf8();
+        EXPECT_TRUE(window.StatusText().contains(QStringLiteral("FNK-600"))) << row.legend << ": it answers there";
+        // The old settings go out without waiting for an answer: a round trip after them proves them applied.
+        CFenkBinding::Identity id;
+        EXPECT_EQ(TestProbe(connection.Receiver(), 3000, id), 0u) << row.legend;
+        if (*row.rate) {
+            EXPECT_EQ(sim.Core().Execute("print,dev/ser/a/rate", "dev/ser/b").text, row.rate) << row.legend;
+        }
+        ASSERT_EQ(boxes.Requests().size(), *row.box ? 1u : 0u) << row.legend;
+        if (*row.box) {
+            EXPECT_NE(boxes.Requests()[0].text.find(row.box), std::wstring::npos) << boxes.Requests()[0].text.ToUtf8();
+        }
     }
 }
 

@@ -1,7 +1,12 @@
 // The ports tree and the port sheets against a scripted receiver.
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QComboBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
 #include <QTimer>
 #include <QTreeWidget>
 #include <functional>
@@ -10,6 +15,7 @@
 #include "fenklib/ports/CReceiverPortsDlg.h"
 #include "fenklib/ports/CSerialPortPS.h"
 #include "fenklib/ports/CUniversalPortPS.h"
+#include "fenklib/messages/MessageViews.h"
 #include "platform/uikit/CMessageBoxResponder.h"
 #include "support/ScriptedReceiver.h"
 
@@ -18,6 +24,9 @@ using fenktest::CScriptedReceiver;
 namespace vok = devio::vok;
 
 namespace {
+
+// The named sets come from the data folder of the build.
+[[maybe_unused]] const bool kDataFolder = [] { return qputenv("XDG_DATA_DIRS", qgetenv("FENK_BUILD_DIR") + "/share"); }();
 
 const ustring kSetA = L"set,dev/ser/a/rate,%s;set,dev/ser/a/rtscts,%s;set,dev/ser/a/stops,%s;set,dev/ser/a/parity,%s;set,dev/ser/a/bits,%s";
 
@@ -107,17 +116,7 @@ TEST(PortsTree, GroupsAndPortsAsTheReceiverListsThem) {
     }
 }
 
-TEST(PortsTree, GroupActivationOpensNothingAndAFailedFillEndsWithCancel) {
-    basekit::CSmartPtr<CScriptedReceiver> rcv = SerialReceiver();
-    CReceiverPortsDlg dlg(basekit::CSmartPtr<devio::IReceiver>(rcv.Get()), nullptr);
-    QTimer::singleShot(0, &dlg, [&] {
-        rcv->ClearLog();
-        dlg.OnOpenPort(dlg.PortList()->topLevelItem(0));
-        EXPECT_TRUE(rcv->Sent().empty()) << "the group node opened something";
-        dlg.EndDialog(1);
-    });
-    EXPECT_EQ(dlg.DoModal(), 1);
-
+TEST(PortsTree, AFailedFillEndsWithCancel) {
     basekit::CSmartPtr<CScriptedReceiver> lost(new CScriptedReceiver());
     lost->Otherwise(CScriptedReceiver::TimedOut());
     const uikit::CMessageBoxResponder boxes;
@@ -198,5 +197,70 @@ TEST(GeneralPage, OwnPortInputModeLockedAndNoneSendsOnlyDm) {
         });
         EXPECT_EQ(sheet.DoModal(), 1) << row.legend;
         EXPECT_EQ(Writes(rcv->Sent()), (std::vector<ustring>{L"set,dev/ser/a/imode,cmd", L"dm,/dev/ser/a"})) << row.legend;
+    }
+}
+
+// The tree's keys: Enter opens a port's sheet and a group's nothing; F5 lists the ports again and
+// keeps the chosen one.
+TEST(PortsTree, EnterOpensThePortAndF5ListsAgain) {
+    struct Row {
+        const char* legend;
+        int port;   // -1: the group node
+        Qt::Key key;
+        std::vector<ustring> sent;   // the first commands
+    };
+    const Row rows[] = {
+        {"Enter on a port: the sheet re-lists, then reads", 1, Qt::Key_Return, {L"list,/par/dev/ser", L"print,dev/ser/b/imode"}},
+        {"Enter on a group: nothing", -1, Qt::Key_Enter, {}},
+        {"F5: every group listed again", 1, Qt::Key_F5, {L"list,/par/dev/ser", L"list,/par/dev/usb"}},
+    };
+    for (const Row& row : rows) {
+        basekit::CSmartPtr<CScriptedReceiver> rcv = SerialReceiver();
+        CReceiverPortsDlg dlg(basekit::CSmartPtr<devio::IReceiver>(rcv.Get()), nullptr);
+        QTimer::singleShot(0, &dlg, [&] {
+            QTreeWidgetItem* group = dlg.PortList()->topLevelItem(0);
+            dlg.PortList()->setCurrentItem(row.port < 0 ? group : group->child(row.port));
+            rcv->ClearLog();
+            QTimer::singleShot(0, &dlg, [&dlg] {   // a sheet that opened is closed at once
+                if (auto* sheet = qobject_cast<QDialog*>(QApplication::activeModalWidget()); sheet != &dlg) sheet->reject();
+            });
+            QKeyEvent press(QEvent::KeyPress, row.key, Qt::NoModifier);
+            QApplication::sendEvent(dlg.PortList(), &press);
+            std::vector<ustring> first = rcv->Sent();
+            if (!row.sent.empty()) first.resize(std::min(first.size(), row.sent.size()));
+            EXPECT_EQ(first, row.sent) << row.legend;
+            EXPECT_EQ(dlg.PortList()->currentItem()->text(0), row.port < 0 ? "Serial" : "dev/ser/b") << row.legend;
+            dlg.EndDialog(2);
+        });
+        dlg.DoModal();
+    }
+}
+
+// A named set whose messages have period 0 is written at the page's period; the load shown is
+// on the port's own line, in bytes per second for a port without a rate.
+TEST(GeneralPage, NamedSetTakesThePagePeriodAndTheLoadIsOnThePortsOwnRate) {
+    // GGA (74 bytes) and RMC (70 bytes) twice a second: 288 bytes/s, 30% of 9600 bit/s.
+    const std::pair<CScriptedReceiver::Step, QString> rows[] = {
+        {CScriptedReceiver::Reply(L"9600"), fenkmsg::LoadPercent(0.30).ToQString()},
+        {CScriptedReceiver::Error(L"{2,,wrong 1st parameter}"), QStringLiteral("288")},
+    };
+    for (const auto& [rate, load] : rows) {
+        basekit::CSmartPtr<CScriptedReceiver> rcv = SerialReceiver();
+        rcv->On(L"print,dev/ser/b/rate", rate);
+        CUniversalPortPS sheet(basekit::CSmartPtr<devio::IReceiver>(rcv.Get()), vok::DEV_SER_B, nullptr);
+        QTimer::singleShot(0, &sheet, [&, load = load] {
+            const CDialogControls& c = sheet.GeneralPage().Controls();
+            auto* mode = c.Get<QComboBox>(CReceiverPortGeneralPP::IDC_OUTPUT_MODE);
+            mode->setCurrentIndex(mode->findText(QStringLiteral("NMEA at the port's period")));
+            emit mode->activated(mode->currentIndex());
+            c.Get<QLineEdit>(CReceiverPortGeneralPP::IDC_PERIOD)->setText(QLocale().toString(0.5));
+            emit c.Get<QLineEdit>(CReceiverPortGeneralPP::IDC_PERIOD)->textEdited({});
+            EXPECT_TRUE(c.Get<QLabel>(CReceiverPortGeneralPP::IDC_LOAD)->text().contains(load)) << load.toStdString();
+            sheet.accept();
+        });
+        EXPECT_EQ(sheet.DoModal(), 1);
+        EXPECT_EQ(Writes(rcv->Sent()), (std::vector<ustring>{L"set,dev/ser/b/imode,cmd", L"dm,/dev/ser/b",
+                                                             L"em,/dev/ser/b,nmea/GGA:{0.500000,0.000000,0,0x0}",
+                                                             L"em,/dev/ser/b,nmea/RMC:{0.500000,0.000000,0,0x0}"}));
     }
 }

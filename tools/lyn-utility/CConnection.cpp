@@ -1,5 +1,7 @@
 #include "tools/lyn-utility/CConnection.h"
 
+#include <QUrlQuery>
+
 #include "platform/basekit/CWinException.h"
 #include "platform/devio/CLinkFactory.h"
 #include "tools/lyn-utility/CHostError.h"
@@ -81,6 +83,52 @@ void CConnection::Close() {
 void CConnection::Reopen() {
     const ustring url = m_url;
     Open(url);
+}
+
+CConnection::FOLLOW_RESULT CConnection::Follow(const std::optional<devio::SerialLineSettings>& line) {
+    FOLLOW_RESULT result;
+    result.kept = m_url;
+    result.tried = line ? WithLine(m_url, *line) : m_url;
+    // The old link no longer reaches the receiver, and its device must be free to open anew.
+    Close();
+    try {
+        Open(result.tried);
+        return result;
+    } catch (const basekit::CStdException& e) {
+        result.details = e.GetMessage();
+    }
+    result.outcome = EFollow::Closed;
+    if (result.tried == result.kept) return result;
+    try {
+        Open(result.kept);
+    } catch (const basekit::CStdException& e) {
+        result.details += L"\n" + e.GetMessage();
+        return result;
+    }
+    result.outcome = EFollow::WentBack;
+    const auto restore = m_library.RestoreOwnPort();
+    result.restored = !restore || restore(Receiver()) == 0;
+    return result;
+}
+
+ustring CConnection::WithLine(const ustring& url, const devio::SerialLineSettings& line) {
+    const QString text = url.ToQString();
+    if (!text.startsWith(QLatin1String("serial:"))) return url;
+    const qsizetype q = text.indexOf(QLatin1Char('?'));
+    QUrlQuery query(q < 0 ? QString() : text.mid(q + 1));
+    // QString::number writes the C locale's digits, whatever the user's.
+    const std::pair<QString, QString> options[] = {
+        {QStringLiteral("baud"), QString::number(line.baudRate)},
+        {QStringLiteral("bits"), QString::number(line.byteSize)},
+        {QStringLiteral("parity"), QString(QLatin1Char(line.parity))},
+        {QStringLiteral("stops"), QString::number(line.stopBits)},
+        {QStringLiteral("rtscts"), line.rtsCts ? QStringLiteral("on") : QStringLiteral("off")},
+    };
+    for (const auto& [key, value] : options) {
+        query.removeAllQueryItems(key);
+        query.addQueryItem(key, value);
+    }
+    return ustring::FromQString((q < 0 ? text : text.left(q)) + QLatin1Char('?') + query.toString());
 }
 
 ustring CConnection::Description() const { return m_address ? CLinkText::Describe(*m_address) : ustring(); }

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "platform/devio/CReceiver.h"
+#include "platform/devio/SerialLine.h"
 #include "tools/lyn-utility/CFenkBinding.h"
 
 namespace rcvsim {
@@ -29,6 +30,24 @@ public:
     void Open(const basekit::ustring& url);
     void Close();
     void Reopen();
+
+    // What became of the link after the receiver's end of it was reconfigured.
+    enum class EFollow { Followed, WentBack, Closed };
+    struct FOLLOW_RESULT {
+        EFollow outcome = EFollow::Followed;
+        basekit::ustring tried;          // the link at the new settings
+        basekit::ustring kept;           // the link as it was
+        basekit::ustring details;        // why the new settings (and the old) did not answer
+        bool restored = false;           // went back, and the receiver's port has its old settings again
+    };
+    // The receiver's end of the link was switched to `line` (nothing: a link without line
+    // settings, reopened as it was). Reopens the link there and proves it with the probe. When
+    // nothing answers, goes back to the link as it was and has the library write the port's
+    // old settings back; when the receiver answers neither way, the link is left closed. So
+    // the link is whole at one of the two, or closed, never half-way.
+    FOLLOW_RESULT Follow(const std::optional<devio::SerialLineSettings>& line);
+    // The serial link text at other line settings, its other options kept; other links unchanged.
+    static basekit::ustring WithLine(const basekit::ustring& url, const devio::SerialLineSettings& line);
     bool IsOpen() const { return static_cast<bool>(m_receiver); }
     basekit::CSmartPtr<devio::IReceiver> Receiver() const { return basekit::CSmartPtr<devio::IReceiver>(m_receiver.Get()); }
     basekit::ustring Url() const { return m_url; }

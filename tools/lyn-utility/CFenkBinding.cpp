@@ -77,6 +77,8 @@ bool CFenkBinding::Load(const QString& path) {
     if (!m_library.load()) return false;
     m_caption = reinterpret_cast<decltype(m_caption)>(BindOptional("FenkLauncherCaption"));
     m_probe = reinterpret_cast<ProbeFunction>(BindOptional("FenkProbeReceiver"));
+    m_ownPortChange = reinterpret_cast<OwnPortChangeFunction>(BindOptional("FenkOwnPortChange"));
+    m_restoreOwnPort = reinterpret_cast<RestoreOwnPortFunction>(BindOptional("FenkRestoreOwnPort"));
     for (std::size_t row = 0; row < std::size(kLaunchers); ++row) {
         const LAUNCHER_ROW& r = kLaunchers[row];
         if (const auto f = Bind(r.name))

@@ -7,6 +7,7 @@
 #include "platform/basekit/CSmartPtr.h"
 #include "platform/devio/IPortAddr.h"
 #include "platform/devio/IReceiver.h"
+#include "platform/devio/SerialLine.h"
 #include "tools/lyn-utility/LauncherShapes.h"
 
 // libfenk loaded at run time, its entry points bound by name. A name the library does not
@@ -33,6 +34,13 @@ public:
     using ProbeFunction = int (*)(basekit::CSmartPtr<devio::IReceiver>, unsigned timeoutMs, basekit::ustring& model,
                                   basekit::ustring& serial, basekit::ustring& firmware);
     ProbeFunction Probe() const { return m_probe; }
+    // After a ports dialog answered 4: the framing of the controller's own port before and after
+    // the change (false: none recorded), and the writing back of the settings it had before
+    // (0 or the system error code). Absent from libraries that do not export them.
+    using OwnPortChangeFunction = bool (*)(devio::SerialLineSettings& before, devio::SerialLineSettings& after);
+    using RestoreOwnPortFunction = int (*)(basekit::CSmartPtr<devio::IReceiver>);
+    OwnPortChangeFunction OwnPortChange() const { return m_ownPortChange; }
+    RestoreOwnPortFunction RestoreOwnPort() const { return m_restoreOwnPort; }
 
     // Loads the library from `path`, or by its name beside the program and on the system's paths.
     bool Load(const QString& path);
@@ -60,6 +68,8 @@ private:
     bool (*m_postClose)(basekit::CSmartPtr<devio::IPortAddr>) = nullptr;
     void (*m_onExit)() = nullptr;
     ProbeFunction m_probe = nullptr;
+    OwnPortChangeFunction m_ownPortChange = nullptr;
+    RestoreOwnPortFunction m_restoreOwnPort = nullptr;
     // The library's captions from its string table, when it exports them.
     bool (*m_caption)(const char* launcherName, basekit::ustring& caption) = nullptr;
 };

@@ -125,16 +125,36 @@ int CMainWindow::RunLauncher(const CFenkBinding::Launcher& launcher) {
     if (!m_connection.IsOpen()) OnConnect();
     if (!m_connection.IsOpen()) return 2;
     const int result = launcher.run(m_connection.Receiver(), this);
-    if (result == kReconnect) {
-        statusBar()->showMessage(ustring::Format(HostText(HS_RECONNECTING).c_str(), m_connection.Url()).ToQString(), 5000);
-        try {
-            m_connection.Reopen();
-        } catch (const basekit::CStdException& e) {
-            uikit::CMessageBoxService::ReportError(this, e);
-        }
-    }
+    if (result == kReconnect) FollowReconfiguredPort();
     UpdateStatus();
     return result;
+}
+
+void CMainWindow::FollowReconfiguredPort() {
+    std::optional<devio::SerialLineSettings> line;
+    devio::SerialLineSettings before, after;
+    if (const auto change = m_library.OwnPortChange(); change && change(before, after)) line = after;
+    statusBar()->showMessage(ustring::Format(HostText(HS_RECONNECTING).c_str(), m_connection.Url()).ToQString());
+    const CConnection::FOLLOW_RESULT r = m_connection.Follow(line);
+    m_reconnectIn = -1;
+    m_backoff.Reset();
+    const auto where = [](const ustring& url) { return CLinkText::Describe(*devio::IPortAddr::Parse(url)); };
+    switch (r.outcome) {
+        case CConnection::EFollow::Followed:
+            statusBar()->showMessage(ustring::Format(HostText(HS_FOLLOWED).c_str(), m_connection.Description()).ToQString(), 10000);
+            break;
+        case CConnection::EFollow::WentBack:
+            statusBar()->clearMessage();
+            uikit::CMessageBoxService::Show(
+                {this, ustring::Format(HostText(r.restored ? HS_WENT_BACK : HS_WENT_BACK_UNRESTORED).c_str(), where(r.tried), where(r.kept)),
+                 {}, uikit::MB_OK | uikit::MB_ICONWARNING, r.details});
+            break;
+        case CConnection::EFollow::Closed:
+            statusBar()->clearMessage();
+            uikit::CMessageBoxService::ShowError(this, ustring::Format(HostText(HS_FOLLOW_LOST).c_str(), where(r.tried), where(r.kept)),
+                                                 r.details);
+            break;
+    }
 }
 
 void CMainWindow::Tick() {

@@ -17,7 +17,8 @@ class CMainWindow : public QMainWindow {
 public:
     CMainWindow(CFenkBinding& library, CConnection& connection);
 
-    // Runs a launcher on the open receiver; reconnects when it answers 4.
+    // Runs a launcher on the open receiver; when it answers 4 the link follows the receiver's
+    // reconfigured port (or goes back, saying why).
     int RunLauncher(const CFenkBinding::Launcher& launcher);
     // Opens the link, reporting a failure in an error box; the link that was open stays.
     bool Connect(const basekit::ustring& url);
@@ -30,6 +31,7 @@ private:
     void OnConnect();
     void OnReconnect();
     void OnWireLog(bool on);
+    void FollowReconfiguredPort();
     void UpdateStatus();
 
     CFenkBinding& m_library;

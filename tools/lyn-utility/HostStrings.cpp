@@ -56,6 +56,13 @@ constexpr basekit::StringEntry kTexts[] = {
     {HS_TOUR_PAGE, L"   page %d \u00ab%s\u00bb"},
     {HS_TOUR_WINDOW, L"   %s: %d row(s) read, %d reading(s) failed, %d screenshot(s), returned %d"},
     {HS_TOUR_ITEM, L"   %s"},
+    {HS_FOLLOWED, L"The receiver's port was reconfigured; connected again: %s."},
+    {HS_WENT_BACK, L"The receiver did not answer at the new settings (%s), so the link went back to %s, where it answers. "
+                   L"The receiver's port was set back to its old settings: nothing was changed."},
+    {HS_WENT_BACK_UNRESTORED, L"The receiver did not answer at the new settings (%s), so the link went back to %s, where it "
+                              L"answers. Its port's old settings could not be written back: open Receiver Ports and check them."},
+    {HS_FOLLOW_LOST, L"The receiver answers neither at the new settings (%s) nor at the old ones (%s). The link is closed: "
+                     L"check the receiver's port settings and the cable, then connect again."},
     {HS_CAPTION_FIRST + 0, L"Receiver &Info"},
     {HS_CAPTION_FIRST + 1, L"Receiver &Status"},
     {HS_CAPTION_FIRST + 2, L"&Positioning"},

@@ -57,6 +57,11 @@ enum HostStringId : unsigned {
     HS_TOUR_PAGE,
     HS_TOUR_WINDOW,
     HS_TOUR_ITEM,
+    // Following the receiver's reconfigured port
+    HS_FOLLOWED,
+    HS_WENT_BACK,
+    HS_WENT_BACK_UNRESTORED,
+    HS_FOLLOW_LOST,
     HS_CAPTION_FIRST = 100,   // launcher captions follow, in the order of CFenkBinding's launcher table
 };
 

@@ -15,6 +15,8 @@ struct FaultPlan {
     int garbageEveryMs = 0;         // a burst of random bytes between frames this often; 0 = off
     int garbageBytes = 16;          // bytes per burst
     int dropAfterMs = 0;            // close each new connection this long after it opens; 0 = off
+    bool lineStays = false;         // a terminal's line keeps its framing when its port's settings
+                                    // change (as firmware that applies them only at restart)
 
     // True when a command whose first parameter is `path` falls under `prefix`.
     static bool PathMatches(std::string_view path, std::string_view prefix) {

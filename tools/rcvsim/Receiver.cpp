@@ -1,6 +1,7 @@
 #include "tools/rcvsim/Receiver.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <cstdio>
 #include <ctime>
 
@@ -97,6 +98,22 @@ double Receiver::PortBytesPerSecond(std::string_view port) const {
     if (!rate || !bits || !parity || !stops) return 0;
     return Throttle::BytesPerSecond(std::stod(rate->value), std::stoi(bits->value),
                                     parity->value != "N", std::stoi(stops->value));
+}
+
+LineSettings Receiver::PortLine(std::string_view port) const {
+    const std::lock_guard lock(mutex_);
+    const std::string base(port);
+    LineSettings line;
+    const auto value = [&](const char* leaf) {
+        const Param* p = params_.Find(base + leaf);
+        return p ? p->value : std::string();
+    };
+    line.rate = std::atoi(value("/rate").c_str());
+    line.bits = std::atoi(value("/bits").c_str());
+    const std::string parity = value("/parity");
+    line.parity = parity.find("odd") != std::string::npos ? 'O' : parity.find("even") != std::string::npos ? 'E' : 'N';
+    line.stops = std::atoi(value("/stops").c_str());
+    return line;
 }
 
 Fix Receiver::CurrentFix() const {

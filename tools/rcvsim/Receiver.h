@@ -18,6 +18,7 @@
 #include "tools/rcvsim/Reply.h"
 #include "tools/rcvsim/SimClock.h"
 #include "tools/rcvsim/SimOptions.h"
+#include "tools/rcvsim/TerminalLine.h"
 #include "tools/rcvsim/CommandLine.h"
 
 namespace rcvsim {
@@ -45,6 +46,8 @@ public:
     // Characters per second of the port's line settings (rate over start+data+parity+stop
     // bits); 0 for a port without them.
     double PortBytesPerSecond(std::string_view port) const;
+    // The port's line framing from its settings ("fodd" and "feven" frame as odd and even).
+    LineSettings PortLine(std::string_view port) const;
     Fix CurrentFix() const;
     const SimOptions& Options() const { return options_; }
     // For tests: every "set," command the receiver took, in order (at most kWritesKept, the

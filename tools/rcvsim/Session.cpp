@@ -7,6 +7,7 @@
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -44,6 +45,7 @@ Session::Session(Receiver& receiver, UniqueFd fd, std::string port, bool throttl
     SetNonBlocking(fd_.Get());
     struct stat st {};
     isSocket_ = ::fstat(fd_.Get(), &st) == 0 && S_ISSOCK(st.st_mode);
+    if (::isatty(fd_.Get())) line_ = receiver_.PortLine(port_);
     const auto now = Clock::now();
     UpdateRate(now);
     const FaultPlan plan = receiver_.Faults();
@@ -82,6 +84,7 @@ void Session::Wake() {
 }
 
 void Session::UpdateRate(Clock::time_point now) {
+    if (line_ && !receiver_.Faults().lineStays) line_ = receiver_.PortLine(port_);
     const double rate = throttleEnabled_ ? receiver_.PortBytesPerSecond(port_) : 0;
     if (rate == throttle_.Rate()) return;
     throttle_.SetRate(rate, now);
@@ -178,12 +181,20 @@ bool Session::ReadInput() {
     if (n == 0) return false;
     if (n < 0) return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
     inThrottle_.Consume(static_cast<std::size_t>(n));
+    // A host at another rate or framing is noise on the line: no command gets through.
+    if (!HearsHost()) return true;
     for (auto& line : reader_.Feed(std::string_view(buf, static_cast<std::size_t>(n)))) {
         // An abort acts at once, ahead of the commands still waiting.
         if (line.abort) Abort(line.tag);
         else lines_.push_back(std::move(line));
     }
     return true;
+}
+
+bool Session::HearsHost() const {
+    if (!line_) return true;
+    const std::optional<LineSettings> host = ReadTerminalLine(fd_.Get());
+    return !host || *host == *line_;
 }
 
 void Session::Abort(const std::string& tag) {

@@ -70,6 +70,8 @@ private:
     int PollTimeoutMs(Clock::time_point now);
     void Wake();
     void UpdateRate(Clock::time_point now);
+    // False while the host's end of a terminal is framed otherwise than the receiver's line.
+    bool HearsHost() const;
 
     Receiver& receiver_;
     UniqueFd fd_;
@@ -90,6 +92,7 @@ private:
     std::atomic<bool> finished_{false};
     std::atomic<double> lineRate_{0};
     bool isSocket_ = false;
+    std::optional<LineSettings> line_;   // a terminal's framing in effect; follows its port's settings
     std::jthread thread_;  // last: joins before the members it uses go
 };
 
