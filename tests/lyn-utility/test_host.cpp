@@ -200,7 +200,7 @@ TEST(Host, FollowsTheReconfiguredPortOrGoesBackSayingWhy) {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
     CFenkBinding binding;
     ASSERT_TRUE(binding.Load(QStringLiteral(FENK_LIBRARY_PATH))) << binding.ErrorText().toStdString();
-    const auto& launchers = binding.ReceiverLaunchers();
+    const auto& launchers = binding.Launchers();
     const auto ports = std::find_if(launchers.begin(), launchers.end(), [](const auto& l) { return l.name == "run_ReceiverPortsDlg"; });
     ASSERT_NE(ports, launchers.end());
     for (const ROW& row : rows) {
