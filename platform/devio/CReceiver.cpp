@@ -23,6 +23,7 @@ constexpr size_t kReadChunk = 64 * 1024;
 constexpr int kHousekeepingMs = 200;   // how often overdue commands are looked for
 constexpr unsigned kRawWriteTimeoutMs = 5000;
 constexpr unsigned kAbortWriteTimeoutMs = 500;   // the abort is best effort: a full line must not block
+constexpr unsigned kShortestAbortableMs = 100;     // shorter: the caller only does not wait for an answer
 constexpr auto kRateWindow = std::chrono::seconds(1);
 constexpr auto kCutMarkGrace = std::chrono::seconds(2);   // how long a cancelled reply may take to stop
 
@@ -228,7 +229,7 @@ void CReceiver::ExpireOverdue(CReader& reader) {
         // A reply still streaming in is given up: the receiver is asked to stop it, and a frame
         // whose header promised more than came is dropped so the replies behind it are found.
         reader.Lexer().AbandonReply(std::to_string(id));
-        SendAbort(id, kAbortWriteTimeoutMs);
+        if (pending.abortable) SendAbort(id, kAbortWriteTimeoutMs);
         unheard = unheard || m_lastByteNs.load() < Nanoseconds(pending.issued);
         CCommandReply::Result result;
         result.linkError = basekit::kErrorTimeout;
@@ -321,7 +322,8 @@ CommandId CReceiver::IssueCommand(const ustring& command, bool sendFlag, const C
     {
         const std::lock_guard lock(m_pendingMutex);
         const auto now = Clock::now();
-        m_pending[id] = Pending{reply, notice, now + std::chrono::milliseconds(timeoutMs), sendOption, sendFlag, now};
+        m_pending[id] = Pending{reply, notice, now + std::chrono::milliseconds(timeoutMs), sendOption, sendFlag, now,
+                                timeoutMs >= kShortestAbortableMs};
     }
     if (!m_alive) {
         CCommandReply::Result result;
@@ -343,11 +345,13 @@ CommandId CReceiver::IssueCommand(const ustring& command, bool sendFlag, const C
 
 void CReceiver::Cancel(CommandId id) {
     bool expectsReply = false;
+    bool abortable = false;
     {
         const std::lock_guard lock(m_pendingMutex);
         const auto it = m_pending.find(id);
         if (it == m_pending.end()) return;
         expectsReply = it->second.expectsReply;
+        abortable = it->second.abortable;
         m_pending.erase(it);
     }
     if (!expectsReply) return;
@@ -357,7 +361,7 @@ void CReceiver::Cancel(CommandId id) {
         m_requests.push_back(LexerRequest{false, id});
         m_skipping.emplace_back(id, Clock::now() + kCutMarkGrace);
     }
-    SendAbort(id, kAbortWriteTimeoutMs);
+    if (abortable) SendAbort(id, kAbortWriteTimeoutMs);
 }
 
 void CReceiver::WriteRaw(const ustring& text) { WriteRaw(std::string_view(text.ToUtf8())); }

@@ -70,6 +70,9 @@ private:
         bool binary;
         bool expectsReply;
         std::chrono::steady_clock::time_point issued;
+        // A time-out too short for any answer (a restart's) means "do not wait", not "give up":
+        // such a command is never aborted, or the receiver would drop it unrun.
+        bool abortable;
     };
     // What the caller's thread asks of the lexer, which only the reader thread touches.
     struct LexerRequest {
