@@ -81,7 +81,9 @@ TEST(Constellation, EverySystemIsPresentGpsMovesAndSbasStaysPut) {
         for (const auto& b : later) {
             if (b.sat != a.sat) continue;
             const double d = std::abs(a.elevation - b.elevation);
-            if (a.sat->system == GnssSystem::Sbas) EXPECT_NEAR(d, 0, 1e-6) << "geostationary";
+            if (a.sat->system == GnssSystem::Sbas) {
+                EXPECT_NEAR(d, 0, 1e-6) << "geostationary";
+            }
             if (a.sat->system != GnssSystem::Gps) continue;
             EXPECT_LT(d, 5.0) << "a GPS satellite moves under a degree a minute";
             moved += d > 0.05 ? 1 : 0;
