@@ -528,7 +528,7 @@ constexpr std::array kTable = Sorted(std::to_array<FenkStringEntry>({
     {IDS_IONO_2, L"Used, preferred"},
     {IDS_BLUETOOTH, L"Bluetooth"},
     {IDS_BT_POWER, L"Bluetooth module powered"},
-    {IDS_BT_MUX, L"Share the serial port with the module (multiplexer)"},
+    {IDS_BT_MUX, L"Serial port multiplexer"},
     {IDS_BT_VERSION, L"Module firmware:"},
     {IDS_BT_ADDRESS, L"Device address:"},
     {IDS_BT_NAME, L"Device name:"},
