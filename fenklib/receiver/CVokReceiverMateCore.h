@@ -150,6 +150,10 @@ public:
     std::vector<vok::MSG> GetPortMessages(vok::EDev port);
     // A port's whole output list: "dm" for the port, then one "em" per message in list order.
     void SetPortMessages(vok::EDev port, const std::vector<vok::MSG>& messages);
+    // The messages a live view reads (position, DOPs, satellites, time, errors, data links) at
+    // 1 Hz, unless the port already outputs something: a schedule the user set stands. Gives
+    // true when it enabled them.
+    bool StartLiveOutput(vok::EDev port);
     vok::MSG GetDefaultSchedule(const ustring& name);
     void SetDefaultSchedule(const vok::MSG& msg);
     void InitItem(const ustring& item);

@@ -48,8 +48,19 @@ bool CReceiverStatusPS::OnInitDialog() {
     } catch (const basekit::CStdException& e) {
         uikit::CMessageBoxService::ReportError(nullptr, e);
         EndDialog(uikit::IDCANCEL);
+        return true;
     }
+    StartLiveOutput();
     return true;
+}
+
+// A terminal that outputs nothing would leave every page empty: the sheet asks for the live
+// messages, and the "dm,/cur/term" after its run silences them again. A schedule the user set on
+// the terminal stands; a link that takes no commands already streams what it has.
+void CReceiverStatusPS::StartLiveOutput() {
+    if (!m_receiver->TakesCommands()) return;
+    RunJob([](CJobContext& job) { return job.Mate().StartLiveOutput(devio::vok::CUR_TERM); },
+           [this](const JOB_RESULT<bool>& r) { m_startedOutput = r.Ok() && *r.value; });
 }
 
 void CReceiverStatusPS::SetUpListeners() {
@@ -69,6 +80,7 @@ void CReceiverStatusPS::SetUpListeners() {
     m_dataLinkListener = attach(devio::IDataLinkListener::CreateInstance(1), kNoticeDataLink);
     m_satListListener = attach(devio::ISatListListener::CreateInstance(1), kNoticeSatList);
     m_dateTimeListener = attach(devio::IDateTimeListener::CreateInstance(1), kNoticeDateTime);
+    setProperty(kAwaitingDataProperty, true);
 }
 
 int CReceiverStatusPS::DoModal() {
@@ -104,6 +116,7 @@ void CReceiverStatusPS::DispatchNotice(std::intptr_t notice) {
         default: return;
     }
     ++m_handled[static_cast<size_t>(notice - 1)];
+    if (m_handled[kNoticePosition - 1] && m_handled[kNoticeSatList - 1]) setProperty(kAwaitingDataProperty, false);
 }
 
 void CReceiverStatusPS::OnPositions() {

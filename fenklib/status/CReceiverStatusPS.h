@@ -15,6 +15,9 @@
 // fetched and handed to the pages here, on the user-interface thread, so the pages need no lock.
 class CReceiverStatusPS : public CFenkPropertySheet {
 public:
+    // True from set-up until a position and a satellite list have arrived: a window that shows
+    // the sheet unattended (the host's tour) waits on it.
+    static constexpr const char* kAwaitingDataProperty = "fenkAwaitingData";
     enum Notice : std::intptr_t { kNoticePosition = 1, kNoticeDataLink = 2, kNoticeSatList = 3, kNoticeDateTime = 4 };
 
     CReceiverStatusPS(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
@@ -35,6 +38,8 @@ public:
     // How many notices of a kind (1-4) the dispatcher has handled.
     unsigned NoticesHandled(std::intptr_t notice) const;
     bool IsListening() const { return static_cast<bool>(m_host); }
+    // True once the sheet has enabled the live messages on a terminal that output nothing.
+    bool StartedOutput() const { return m_startedOutput; }
 
 protected:
     std::intptr_t OnWindowMessage(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
@@ -44,6 +49,7 @@ protected:
 
 private:
     void SetUpListeners();
+    void StartLiveOutput();
     void DispatchNotice(std::intptr_t notice);
     void OnPositions();
     void OnDataLinks();
@@ -68,4 +74,5 @@ private:
     std::array<basekit::CSmartPtr<devio::INotice>, 4> m_notices;
     std::array<unsigned, 4> m_handled{};
     bool m_frameCloseConfirmed = false;
+    bool m_startedOutput = false;
 };

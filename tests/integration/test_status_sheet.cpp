@@ -50,24 +50,32 @@ int RunUntil(CReceiverStatusPS& sheet, const std::function<bool()>& enough, cons
 }
 
 TEST(StatusSheetLive, TheSimulatorsStreamReachesEveryPageAndStopsAfterwards) {
-    SimLink link;
-    {
+    struct Row {
+        const char* legend;
+        const wchar_t* userOutput;   // set on the terminal before the sheet opens; null: none
+        size_t positions;
+    };
+    const Row rows[] = {
+        {"the user's 20 Hz schedule", L"/msg/nmea/GGA:{0.05,0,0,0x0},/msg/nmea/GSV:{1,0,0,0x0},/msg/nmea/ZDA:{1,0,0,0x0},/msg/jps/DL:{1,0,0,0x0}", 20},
+        {"a silent terminal: the sheet asks for the live set", nullptr, 2},
+    };
+    for (const auto& row : rows) {
+        SimLink link;
+        if (row.userOutput) devio::CVokReceiverMate(link.Receiver()).EnableMessages(devio::vok::CUR_TERM, row.userOutput);
+        CReceiverStatusPS sheet(link.Receiver(), nullptr);
+        const int result = RunUntil(sheet, [&] {
+            return sheet.PositionPage().PositionsReceived() >= row.positions && sheet.SkyPlotPage().Plot() &&
+                   !sheet.SkyPlotPage().Plot()->Satellites().empty() && sheet.NoticesHandled(CReceiverStatusPS::kNoticeDateTime) > 0;
+        });
+        EXPECT_EQ(result, 2) << row.legend;
+        EXPECT_EQ(sheet.StartedOutput(), !row.userOutput) << row.legend;
+        EXPECT_EQ(sheet.SkyPlotPage().ElevationMask(), 5.0) << row.legend << ": the simulator's lock/elm";
+        const auto& last = sheet.PositionPage().LastPosition();
+        EXPECT_TRUE(last.xyzValid && last.geoValid) << row.legend << ": the geodetic GGA got its Cartesian half";
+        EXPECT_GE(sheet.ScatterPage().Samples().Samples().size(), row.positions) << row.legend;
         devio::CVokReceiverMate mate(link.Receiver());
-        mate.EnableMessages(devio::vok::CUR_TERM,
-                            L"/msg/nmea/GGA:{0.05,0,0,0x0},/msg/nmea/GSV:{1,0,0,0x0},/msg/nmea/ZDA:{1,0,0,0x0},/msg/jps/DL:{1,0,0,0x0}");
+        EXPECT_TRUE(mate.GetPortMessages(mate.GetCurrentTerminal()).empty()) << row.legend << ": dm,/cur/term left nothing scheduled";
     }
-    CReceiverStatusPS sheet(link.Receiver(), nullptr);
-    const int result = RunUntil(sheet, [&] {
-        return sheet.PositionPage().PositionsReceived() >= 20 && sheet.SkyPlotPage().Plot() &&
-               !sheet.SkyPlotPage().Plot()->Satellites().empty() && sheet.NoticesHandled(CReceiverStatusPS::kNoticeDateTime) > 0;
-    });
-    EXPECT_EQ(result, 2);
-    EXPECT_EQ(sheet.SkyPlotPage().ElevationMask(), 5.0) << "the simulator's lock/elm";
-    const auto& last = sheet.PositionPage().LastPosition();
-    EXPECT_TRUE(last.xyzValid && last.geoValid) << "the geodetic GGA got its Cartesian half";
-    EXPECT_GE(sheet.ScatterPage().Samples().Samples().size(), 20u);
-    devio::CVokReceiverMate mate(link.Receiver());
-    EXPECT_TRUE(mate.GetPortMessages(mate.GetCurrentTerminal()).empty()) << "dm,/cur/term left nothing scheduled";
 }
 
 // The simulator on a hand-stepped clock says nothing unasked, so the log's bytes are exactly what

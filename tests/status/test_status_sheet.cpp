@@ -227,6 +227,35 @@ TEST(StatusSheet, SatellitesDataLinksAndTimeReachTheirPages) {
     EXPECT_EQ(std::count(sent.begin(), sent.end(), L"print,lock/elm"), 1) << "read once, when the page opened";
 }
 
+// The sheet asks for the live messages only where nothing would reach it otherwise.
+TEST(StatusSheet, LiveOutputIsAskedOnlyOfASilentTerminal) {
+    struct Row {
+        const char* legend;
+        const wchar_t* terminalOutput;   // reply to the terminal's output list
+        bool takesCommands;
+        bool enables;
+    };
+    const Row rows[] = {
+        {"silent terminal: the live set is enabled", L"{}", true, true},
+        {"the user's 20 Hz GGA on the terminal stands", L"{/msg/nmea/GGA={0.05,0,0,0x0}}", true, false},
+        {"a streaming-only link is asked nothing", L"{}", false, false},
+    };
+    for (const auto& row : rows) {
+        const auto rx = NewReceiver();
+        rx->takesCommands = row.takesCommands;
+        rx->On(L"print,out/cur/term:on", CScriptedReceiver::Reply(row.terminalOutput));
+        CReceiverStatusPS sheet(AsReceiver(rx), nullptr);
+        RunSheet(sheet, [&] { sheet.EndDialog(2); });
+        const auto sent = rx->Sent();
+        const auto em = std::find_if(sent.begin(), sent.end(), [](const basekit::ustring& c) { return c.starts_with(L"em,/cur/term,"); });
+        EXPECT_EQ(em != sent.end(), row.enables) << row.legend;
+        EXPECT_EQ(sheet.StartedOutput(), row.enables) << row.legend;
+        if (em != sent.end()) {
+            EXPECT_NE(em->find(L"/msg/nmea/GSV"), basekit::ustring::npos) << row.legend << ": satellites asked for";
+        }
+    }
+}
+
 // Every way the sheet ends sends "dm,/cur/term" afterwards, with its 20 s time-out, and its
 // failure does not change the result.
 TEST(StatusSheet, MessagesOnTheTerminalStopAfterEveryKindOfClose) {

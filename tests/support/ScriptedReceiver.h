@@ -91,6 +91,7 @@ public:
     }
     bool refuseSubscriptions = false;
     bool ready = true;
+    bool takesCommands = true;   // false: a link that only streams (capture, gpsd)
     std::vector<std::pair<CSmartPtr<devio::INotice>, unsigned>> subscriptions;
     int deliveries = 0;
     std::vector<ustring> raw;
@@ -104,6 +105,7 @@ public:
     void Unsubscribe(const CSmartPtr<devio::INotice>& notice) override;
     void DeliverEvents(std::uintptr_t, std::intptr_t) override { ++deliveries; }
     bool IsReady() const override { return ready; }
+    bool TakesCommands() const override { return takesCommands; }
     CSmartPtr<devio::IListenerHost> GetListenerHost() const override {
         if (hostOverride.has_value()) return *hostOverride;
         return CSmartPtr<devio::IListenerHost>(m_host.Get());

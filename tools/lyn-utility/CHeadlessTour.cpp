@@ -94,9 +94,10 @@ void CHeadlessTour::Step(const QDeadlineTimer& deadline) {
         m_visit.failedSeen = 0;
         ++m_visit.windows;
     }
-    // Windows that read the receiver in the background say when they are done.
+    // Windows that read the receiver in the background say when they are done, live windows
+    // when their first data have arrived.
     const QVariant idle = window->property("fenkIdle");
-    if (idle.isValid() && !idle.toBool()) {
+    if ((idle.isValid() && !idle.toBool()) || window->property("fenkAwaitingData").toBool()) {
         if (!deadline.hasExpired()) return;
         Print(ustring::Format(HostText(HS_TOUR_TIMEOUT).c_str(), ustring::FromUtf8(m_visit.name)));
         ++m_visit.failed;
