@@ -33,6 +33,7 @@ CReceiverPortsDlg::CReceiverPortsDlg(basekit::CSmartPtr<devio::IReceiver> receiv
         return m_list;
     });
     m_list->SetOnActivate([this](QTreeWidgetItem* item) { OnOpenPort(item); });
+    m_list->setProperty("fenkItemsOpenWindows", true);   // a port opens its sheet (the host's tour opens one per group)
     m_list->SetOnRefresh([this] { Refresh(); });
     ForgetOwnPortChange();
 }

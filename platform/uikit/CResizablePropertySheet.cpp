@@ -3,6 +3,8 @@
 #include <QDialogButtonBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QStyle>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -132,6 +134,16 @@ void CResizablePropertySheet::reject() {
 void CResizablePropertySheet::done(int result) {
     m_modal.KeepPlacement(*this);
     QDialog::done(result);
+}
+
+QSize CResizablePropertySheet::sizeHint() const {
+    QSize hint = CWindowFrame<QDialog>::sizeHint();
+    // A tab widget that can scroll its tabs caps its own hint at 200 pixels.
+    const QMargins margins = layout()->contentsMargins();
+    const int frame = m_tabs->width() - m_tabs->contentsRect().width() + 2 * m_tabs->style()->pixelMetric(QStyle::PM_TabBarBaseOverlap);
+    const int tabs = m_tabs->tabBar()->sizeHint().width() + margins.left() + margins.right() + frame;
+    hint.setWidth(std::max(hint.width(), tabs));
+    return hint;
 }
 
 void CResizablePropertySheet::OnFrameDestroyed() {

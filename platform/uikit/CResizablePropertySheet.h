@@ -65,6 +65,9 @@ public:
     void accept() override;
     void reject() override;
     void done(int result) override;
+    // Wide enough for every tab title: a new sheet opens with no tab scrolled out of sight (the
+    // screen fit still narrows it on a small screen).
+    QSize sizeHint() const override;
 
 protected:
     // The pages' windows end after the sheet's own OnDestroy().

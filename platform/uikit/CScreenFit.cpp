@@ -26,7 +26,11 @@ void CScreenFit::Apply(QWidget& window) {
     const QRect available = AvailableFor(window);
     if (available.isEmpty()) return;
     window.ensurePolished();
-    if (!window.testAttribute(Qt::WA_Resized)) window.adjustSize();
+    if (!window.testAttribute(Qt::WA_Resized)) {
+        window.adjustSize();
+        // adjustSize keeps a window within two thirds of the screen; the fit below is the limit.
+        window.resize(window.size().expandedTo(window.sizeHint()));
+    }
     QRect wanted = window.geometry();
     if (!window.testAttribute(Qt::WA_Moved)) {
         // Centred on the parent (or the screen), as the window system would place it.

@@ -233,6 +233,11 @@ TEST(Host, FollowsTheReconfiguredPortOrGoesBackSayingWhy) {
         if (*row.rate) {
             EXPECT_EQ(sim.Core().Execute("print,dev/ser/a/rate", "dev/ser/b").text, row.rate) << row.legend;
         }
+        if (row.pty && !*row.box) {   // followed: the next connect dialog offers the new link
+            CConnectDlg next(nullptr, L"sim:");
+            next.findChildren<QRadioButton*>().at(1)->setChecked(true);
+            EXPECT_TRUE(next.Url().ToQString().contains(QLatin1String(row.urlHas))) << row.legend;
+        }
         ASSERT_EQ(boxes.Requests().size(), *row.box ? 1u : 0u) << row.legend;
         if (*row.box) {
             EXPECT_NE(boxes.Requests()[0].text.find(row.box), std::wstring::npos) << boxes.Requests()[0].text.ToUtf8();

@@ -3,8 +3,10 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTimer>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -156,6 +158,24 @@ TEST(PropertySheet, WithoutApplyAndRunTwice) {
     EXPECT_EQ(RunSheet(sheet, [&] { sheet.Ok()->click(); }), IDOK);
     const Journal expected = {"a:init", "a:set", "a:kill", "a:apply=", "a:ok", "sheet:destroy", "a:destroy"};
     EXPECT_EQ(journal, expected) << "a second run initialises its pages again";
+}
+
+TEST(PropertySheet, OpensWideEnoughForEveryTab) {
+    Journal journal;
+    CResizablePropertySheet sheet(nullptr, L"Probe", L"SheetOfLongTitles");   // no placement kept yet
+    std::vector<std::unique_ptr<ProbePage>> pages;
+    for (const char* title : {"Position", "Data Link", "Position In Time", "Real-Time Logging", "Satellites List", "Data Link Status"}) {
+        pages.push_back(std::make_unique<ProbePage>(journal, title));
+        sheet.AddPage(pages.back().get());
+    }
+    int shownWidth = 0, tabsWidth = 0;
+    QTimer::singleShot(0, &sheet, [&] {
+        shownWidth = sheet.GetTabControl()->width();
+        tabsWidth = sheet.GetTabControl()->tabBar()->sizeHint().width();
+        sheet.EndDialog(IDCANCEL);
+    });
+    sheet.DoModal();
+    EXPECT_GE(shownWidth, tabsWidth) << "no tab scrolled out of sight";
 }
 
 TEST(PropertySheet, APageAndItsSheetMayEndInEitherOrder) {

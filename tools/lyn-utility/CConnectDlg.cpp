@@ -26,6 +26,9 @@ const QString kLastTcp = QStringLiteral("Connection/LastTcp");
 const QString kUsedPaths = QStringLiteral("Connection/SerialPaths");
 constexpr int kMaxUsedPaths = 8;
 
+// "serial:/dev/ttyUSB0?baud=9600" -> "/dev/ttyUSB0"
+QString SerialPath(const QString& url) { return url.mid(7).section(QLatin1Char('?'), 0, 0); }
+
 QString ReadSmall(const QString& path) {
     QFile f(path);
     return f.open(QIODevice::ReadOnly) ? QString::fromLatin1(f.read(64)).trimmed() : QString();
@@ -85,7 +88,7 @@ CConnectDlg::CConnectDlg(QWidget* parent, const basekit::ustring& current) : QDi
     const QSettings settings;
     const auto fillSerial = [this](const QString& url) {
         const QUrl parsed(url);
-        const QString path = url.mid(7).section(QLatin1Char('?'), 0, 0);
+        const QString path = SerialPath(url);
         if (!path.isEmpty()) m_port->setCurrentText(path);
         const QString rate = QUrlQuery(parsed.query()).queryItemValue(QStringLiteral("baud"));
         if (!rate.isEmpty()) m_rate->setCurrentText(rate);
@@ -119,20 +122,21 @@ void CConnectDlg::EnableKind(int kind) {
 }
 
 void CConnectDlg::accept() {
-    Remember();
+    RememberLink(Url());
     QDialog::accept();
 }
 
-void CConnectDlg::Remember() const {
+void CConnectDlg::RememberLink(const basekit::ustring& link) {
     QSettings settings;
-    const QString url = Url().ToQString();
-    if (m_kind->checkedId() == Serial) {
+    const QString url = link.ToQString();
+    if (url.startsWith(QStringLiteral("serial:"))) {
         settings.setValue(kLastSerial, url);
+        const QString path = SerialPath(url);
         QStringList used = settings.value(kUsedPaths).toStringList();
-        used.removeAll(m_port->currentText());
-        used.prepend(m_port->currentText());
+        used.removeAll(path);
+        used.prepend(path);
         settings.setValue(kUsedPaths, used.mid(0, kMaxUsedPaths));
-    } else if (m_kind->checkedId() == Tcp) {
+    } else if (url.startsWith(QStringLiteral("tcp:"))) {
         settings.setValue(kLastTcp, url);
     }
 }

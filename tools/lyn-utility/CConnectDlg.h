@@ -21,10 +21,13 @@ public:
     // Serial devices with hardware behind them: USB and ACM adapters, and the built-in ports
     // whose kernel type is known.
     static QStringList PresentSerialPorts();
+    // Keeps a link as the last of its kind (a serial path also among the paths used), so that
+    // the dialog offers it next time: the chosen link, or the one the host followed the
+    // receiver's port to.
+    static void RememberLink(const basekit::ustring& url);
 
 private:
     void EnableKind(int kind);
-    void Remember() const;
 
     QButtonGroup* m_kind;
     QComboBox* m_port;

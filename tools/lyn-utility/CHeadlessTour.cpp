@@ -83,7 +83,7 @@ void CHeadlessTour::Visit(const CFenkBinding::Launcher& launcher) {
 // One look at the modal window: wait for its work, shoot it (page after page for a sheet), close it.
 void CHeadlessTour::Step(const QDeadlineTimer& deadline) {
     QWidget* window = QApplication::activeModalWidget();
-    if (!window) return;
+    if (!window || window == m_visit.opener) return;
     if (m_visit.done.count(window)) {
         window->close();   // a window that kept itself open when asked once
         return;
@@ -102,6 +102,7 @@ void CHeadlessTour::Step(const QDeadlineTimer& deadline) {
         Print(ustring::Format(HostText(HS_TOUR_TIMEOUT).c_str(), ustring::FromUtf8(m_visit.name)));
         ++m_visit.failed;
     }
+    if (OpenNextItem(window)) return;
     QTabWidget* tabs = SheetTabs(window);
     const int pages = tabs ? tabs->count() : 0;
     if (pages > 1) Print(ustring::Format(HostText(HS_TOUR_PAGE).c_str(), m_visit.page + 1, ustring::FromQString(tabs->tabText(m_visit.page))));
@@ -111,8 +112,36 @@ void CHeadlessTour::Step(const QDeadlineTimer& deadline) {
         tabs->setCurrentIndex(m_visit.page);
         return;
     }
-    m_visit.done.insert(window);
+    MarkDone(window);
     window->close();
+}
+
+// A window at a reused address is a new one: it leaves the done set when it goes.
+void CHeadlessTour::MarkDone(QWidget* window) {
+    if (!m_visit.done.insert(window).second) return;
+    QObject::connect(window, &QObject::destroyed, [this, window] { m_visit.done.erase(window); });
+}
+
+bool CHeadlessTour::OpenNextItem(QWidget* window) {
+    auto* tree = window->findChild<QTreeWidget*>();
+    if (!tree || !tree->property("fenkItemsOpenWindows").toBool()) return false;
+    int& next = m_visit.groupsOpened[window];
+    while (next < tree->topLevelItemCount()) {
+        QTreeWidgetItem* group = tree->topLevelItem(next++);
+        if (group->childCount() == 0) continue;
+        QTreeWidgetItem* item = group->child(0);
+        Print(ustring::Format(HostText(HS_TOUR_OPENING).c_str(), ustring::FromQString(group->text(0)), ustring::FromQString(item->text(0))));
+        // Opened from the list's own loop, not from this timer's call: the window it opens runs
+        // a loop of its own, in which this timer must go on looking.
+        m_visit.opener = window;
+        QTimer::singleShot(0, tree, [this, tree, item] {
+            tree->setCurrentItem(item);
+            emit tree->itemActivated(item, 0);
+            m_visit.opener = nullptr;
+        });
+        return true;
+    }
+    return false;
 }
 
 QString CHeadlessTour::ShotName(int pages) const {
@@ -124,7 +153,7 @@ QString CHeadlessTour::ShotName(int pages) const {
 
 void CHeadlessTour::CaptureClosing(QWidget* window) {
     if (m_visit.done.count(window)) return;
-    m_visit.done.insert(window);
+    MarkDone(window);
     if (window != m_visit.window) {
         m_visit.window = window;
         m_visit.failedSeen = 0;

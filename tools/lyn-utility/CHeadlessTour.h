@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QPointer>
 #include <QTextStream>
+#include <map>
 #include <set>
 
 #include "tools/lyn-utility/CConnection.h"
@@ -11,6 +12,8 @@ class QDeadlineTimer;
 // Without a display: connect to the receiver, run every bound launcher offscreen, save a
 // screenshot of each window (of each page of a property sheet) once its work is done, print
 // what it shows, and count failures. Windows that end by themselves are shot as they close.
+// A list whose items open windows of their own (property "fenkItemsOpenWindows") gets the first
+// item of each group opened, and those windows shot, before it is closed.
 class CHeadlessTour {
 public:
     CHeadlessTour(CFenkBinding& library, CConnection& connection, QDir folder, QTextStream& out)
@@ -28,10 +31,14 @@ private:
         int failedSeen = 0;         // the window's failed readings already counted
         int rows = 0, failed = 0, shots = 0;
         std::set<const QWidget*> done;   // shot and asked to close
+        std::map<const QWidget*, int> groupsOpened;   // a window's item groups opened so far
+        QPointer<QWidget> opener;        // a list whose item's window is on its way or open
     };
 
     void Visit(const CFenkBinding::Launcher& launcher);
     void Step(const QDeadlineTimer& deadline);
+    bool OpenNextItem(QWidget* window);
+    void MarkDone(QWidget* window);
     void Capture(QWidget* window, QWidget* content, const QString& file);
     void CaptureClosing(QWidget* window);
     QString ShotName(int pages) const;

@@ -20,6 +20,7 @@ ustring CLinkText::Health(const devio::LINK_HEALTH& h) {
     const ustring last = h.msSinceLastByte < 0
                              ? HostText(HS_NEVER)
                              : ustring::Format(HostText(HS_SECONDS_AGO).c_str(), static_cast<double>(h.msSinceLastByte) / 1000.0);
+    const auto count = [](std::uint64_t n) { return static_cast<unsigned long long>(n); };
     return ustring::Format(HostText(HS_HEALTH).c_str(), h.bytesInPerSecond, h.bytesOutPerSecond, last, h.sentencesPerSecond,
-                           static_cast<unsigned long long>(h.droppedFrames), static_cast<unsigned long long>(h.badSentences));
+                           count(h.decodedSentences), count(h.ignoredSentences), count(h.badSentences), count(h.droppedFrames));
 }

@@ -141,6 +141,7 @@ void CMainWindow::FollowReconfiguredPort() {
     const auto where = [](const ustring& url) { return CLinkText::Describe(*devio::IPortAddr::Parse(url)); };
     switch (r.outcome) {
         case CConnection::EFollow::Followed:
+            CConnectDlg::RememberLink(m_connection.Url());
             statusBar()->showMessage(ustring::Format(HostText(HS_FOLLOWED).c_str(), m_connection.Description()).ToQString(), 10000);
             break;
         case CConnection::EFollow::WentBack:

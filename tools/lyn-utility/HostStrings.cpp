@@ -39,7 +39,7 @@ constexpr basekit::StringEntry kTexts[] = {
     {HS_NOTHING_ANSWERS, L"Nothing answers at %s: check the port, the cable and the baud rate, and that the receiver is on."},
     {HS_STATUS_LOST, L"Link lost: %s. Reconnecting in %d s"},
     {HS_STATUS_SILENT, L"The receiver stopped answering: %s"},
-    {HS_HEALTH, L"in %.0f B/s \u00b7 out %.0f B/s \u00b7 last byte %s \u00b7 NMEA %.1f/s \u00b7 dropped frames %llu \u00b7 bad sentences %llu"},
+    {HS_HEALTH, L"in %.0f B/s \u00b7 out %.0f B/s \u00b7 last byte %s \u00b7 NMEA %.1f/s: %llu decoded, %llu ignored, %llu bad \u00b7 dropped frames %llu"},
     {HS_NEVER, L"never"},
     {HS_SECONDS_AGO, L"%.1f s ago"},
     {HS_RECONNECT, L"&Reconnect"},
@@ -56,6 +56,7 @@ constexpr basekit::StringEntry kTexts[] = {
     {HS_TOUR_PAGE, L"   page %d \u00ab%s\u00bb"},
     {HS_TOUR_WINDOW, L"   %s: %d row(s) read, %d reading(s) failed, %d screenshot(s), returned %d"},
     {HS_TOUR_ITEM, L"   %s"},
+    {HS_TOUR_OPENING, L"   opening %s \u00ab%s\u00bb"},
     {HS_FOLLOWED, L"The receiver's port was reconfigured; connected again: %s."},
     {HS_WENT_BACK, L"The receiver did not answer at the new settings (%s), so the link went back to %s, where it answers. "
                    L"The receiver's port was set back to its old settings: nothing was changed."},

@@ -57,6 +57,7 @@ enum HostStringId : unsigned {
     HS_TOUR_PAGE,
     HS_TOUR_WINDOW,
     HS_TOUR_ITEM,
+    HS_TOUR_OPENING,
     // Following the receiver's reconfigured port
     HS_FOLLOWED,
     HS_WENT_BACK,
