@@ -450,6 +450,7 @@ enum FenkStringId : unsigned {
     IDS_SHOW_OTHER_FORM = 5476,
     IDS_RECEIVER_SIGMA = 5477,
     IDS_HELD_LEFT_OUT = 5478,
+    IDS_SKY_PLOT_READOUT = 5479,
     // Receiver configuration sheets: receiver tools
     IDS_RECEIVER_TOOLS = 6000,
     IDS_INIT_PARAMETERS = 6001,

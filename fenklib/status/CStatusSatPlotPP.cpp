@@ -25,10 +25,18 @@ bool CStatusSatPlotPP::OnInitDialog() {
     // A link that only streams NMEA takes no command: the mask stays at its initial value, unasked.
     if (GetReceiver() && GetReceiver()->TakesCommands())
         WithReceiver([this](devio::CVokReceiverMate& mate) { m_mask = static_cast<double>(mate.Get(devio::par::LockElm)); });
-    m_plot->SetSatellites({}, m_mask);
+    Draw();
     return true;
 }
 
+// The latest list is kept while the page is not shown, so the sky is there the moment it opens.
 void CStatusSatPlotPP::OnSatList(const devio::SATLIST_RECORD& list) {
-    if (IsWindowCreated() && m_plot) m_plot->SetSatellites(list, m_mask);
+    m_latest = list;
+    if (IsWindowCreated() && m_plot) Draw();
+}
+
+void CStatusSatPlotPP::Draw() {
+    m_plot->SetSatellites(m_latest, m_mask);
+    // A picture says nothing to a reader of text: the host's tour prints this instead.
+    setProperty("fenkReadout", LoadResString(IDS_SKY_PLOT_READOUT).ToQString().arg(m_mask).arg(m_latest.size()));
 }

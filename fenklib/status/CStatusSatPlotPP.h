@@ -18,7 +18,10 @@ public:
     CSkyPlot* Plot() const { return m_plot; }
 
 private:
+    void Draw();
+
     CDialogControls m_controls;
     CSkyPlot* m_plot = nullptr;
     double m_mask = 0;   // a failed reading leaves the mask on the horizon
+    devio::SATLIST_RECORD m_latest;
 };

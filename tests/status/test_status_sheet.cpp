@@ -200,15 +200,17 @@ TEST(StatusSheet, SatellitesDataLinksAndTimeReachTheirPages) {
     const auto rx = NewReceiver();
     CReceiverStatusPS sheet(AsReceiver(rx), nullptr);
     const CAfterNotices done(sheet, [&] {
-        return sheet.NoticesHandled(CReceiverStatusPS::kNoticeSatList) > 0 && sheet.NoticesHandled(CReceiverStatusPS::kNoticeDataLink) > 0 &&
-               sheet.NoticesHandled(CReceiverStatusPS::kNoticeDateTime) > 0;
+        if (!sheet.NoticesHandled(CReceiverStatusPS::kNoticeSatList) || !sheet.NoticesHandled(CReceiverStatusPS::kNoticeDataLink) ||
+            !sheet.NoticesHandled(CReceiverStatusPS::kNoticeDateTime))
+            return false;
+        sheet.SetActivePage(3);   // the sky plot opens after the list came
+        return true;
     });
     devio::SATLIST_RECORD list(3);
     list[0].system = 1, list[0].number = 5, list[0].elevation = 60, list[0].azimuth = 45, list[0].navStatus = 0;
     list[1].system = 2, list[1].number = 7, list[1].elevation = 20, list[1].azimuth = 200, list[1].navStatus = 4;
     list[2].system = 6, list[2].number = 11, list[2].elevation = 35, list[2].azimuth = 300, list[2].navStatus = 55;
     RunSheet(sheet, [&] {
-        sheet.SetActivePage(3);   // the sky plot, so its window exists
         devio::DATALINK_RECORD a;
         a.port = 'A', a.format = 'T', a.age = 1;
         devio::DATALINK_RECORD d;
@@ -223,6 +225,8 @@ TEST(StatusSheet, SatellitesDataLinksAndTimeReachTheirPages) {
     EXPECT_EQ(sheet.SatListPage().Satellites().size(), 3u);
     EXPECT_EQ(sheet.DataLinkPage().Links().size(), 2u) << "both links drained from one notice";
     EXPECT_EQ(sheet.SkyPlotPage().ElevationMask(), 10.0) << "read with print,lock/elm";
+    ASSERT_NE(sheet.SkyPlotPage().Plot(), nullptr);
+    EXPECT_EQ(sheet.SkyPlotPage().Plot()->Satellites().size(), 3u) << "the list that came before the page opened is drawn";
     const auto sent = rx->Sent();
     EXPECT_EQ(std::count(sent.begin(), sent.end(), L"print,lock/elm"), 1) << "read once, when the page opened";
 }

@@ -178,7 +178,19 @@ void CHeadlessTour::Capture(QWidget* window, QWidget* content, const QString& fi
         ++m_visit.rows;
     };
     for (const QTreeWidget* tree : content->findChildren<QTreeWidget*>())
-        for (int i = 0; i < tree->topLevelItemCount(); ++i) row(tree->topLevelItem(i)->text(0), tree->topLevelItem(i)->text(1));
+        for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+            // A name and its value, or a table's row with its empty cells (an icon's) left out.
+            const QTreeWidgetItem* item = tree->topLevelItem(i);
+            if (tree->columnCount() <= 2) {
+                row(item->text(0), item->text(1));
+                continue;
+            }
+            QStringList cells;
+            for (int c = 0; c < tree->columnCount(); ++c)
+                if (!item->text(c).isEmpty()) cells << item->text(c);
+            row(cells.join(QStringLiteral(" \u00b7 ")), {});
+        }
+    if (const QString readout = content->property("fenkReadout").toString(); !readout.isEmpty()) row(readout, {});
     for (const QListWidget* list : content->findChildren<QListWidget*>())
         for (int i = 0; i < list->count(); ++i) row(list->item(i)->text(), {});
     if (!window->grab().save(file)) {
