@@ -17,6 +17,7 @@
 #include <QTimer>
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <thread>
 
 #include "fenklib/receiver/CVokReceiverMate.h"
@@ -78,20 +79,36 @@ double ResidentMegabytes() {
     return 0;
 }
 
+// Runs the sheet on the sky plot; `start` begins the feed once it is up, and the feed ends the
+// sheet. Counts the process's CPU as a share of one core and its peak resident memory.
+void RunOnTheSkyPlot(benchmark::State& state, CReceiverStatusPS& sheet, const std::function<void()>& start) {
+    sheet.resize(480, 640);
+    double cpu0 = 0, rss = 0;
+    auto wall0 = std::chrono::steady_clock::now();
+    QTimer::singleShot(0, &sheet, [&] {
+        sheet.SetActivePage(3);
+        cpu0 = ProcessCpuSeconds();
+        wall0 = std::chrono::steady_clock::now();
+        start();
+    });
+    QTimer sample;
+    QObject::connect(&sample, &QTimer::timeout, &sheet, [&] { rss = std::max(rss, ResidentMegabytes()); });
+    sample.start(1000);
+    sheet.DoModal();
+    const double cpu = ProcessCpuSeconds() - cpu0;
+    const double wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - wall0).count();
+    state.counters["cpu_share_of_one_core_pct"] = 100 * cpu / wall;
+    state.counters["resident_MB"] = std::max(rss, ResidentMegabytes());
+}
+
 void BM_SheetOpenOnTheSkyPlot(benchmark::State& state) {
     basekit::CSmartPtr<fenktest::CScriptedReceiver> rx(new fenktest::CScriptedReceiver());
     rx->Otherwise(fenktest::CScriptedReceiver::Reply(L"10"));
     for (auto _ : state) {
         CReceiverStatusPS sheet(basekit::CSmartPtr<devio::IReceiver>(rx.Get()), nullptr);
-        sheet.resize(480, 640);
         std::atomic<bool> stop{false};
         std::thread feeder;
-        double cpu0 = 0, rss = 0;
-        auto wall0 = std::chrono::steady_clock::now();
-        QTimer::singleShot(0, &sheet, [&] {
-            sheet.SetActivePage(3);
-            cpu0 = ProcessCpuSeconds();
-            wall0 = std::chrono::steady_clock::now();
+        RunOnTheSkyPlot(state, sheet, [&] {
             feeder = std::thread([&] {
                 // 200 ticks of 50 ms: 10 s of 20 Hz positions, a list every 20th tick.
                 for (int tick = 0; tick < 200 && !stop; ++tick) {
@@ -104,16 +121,8 @@ void BM_SheetOpenOnTheSkyPlot(benchmark::State& state) {
                 QMetaObject::invokeMethod(&sheet, [&] { sheet.EndDialog(2); }, Qt::QueuedConnection);
             });
         });
-        QTimer sample;
-        QObject::connect(&sample, &QTimer::timeout, &sheet, [&] { rss = std::max(rss, ResidentMegabytes()); });
-        sample.start(1000);
-        sheet.DoModal();
-        const double cpu = ProcessCpuSeconds() - cpu0;
-        const double wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - wall0).count();
         stop = true;
         feeder.join();
-        state.counters["cpu_share_of_one_core_pct"] = 100 * cpu / wall;
-        state.counters["resident_MB"] = std::max(rss, ResidentMegabytes());
     }
 }
 BENCHMARK(BM_SheetOpenOnTheSkyPlot)->Unit(benchmark::kSecond)->Iterations(1);
@@ -147,25 +156,14 @@ void BM_SheetOnTheSimulatorOverLoopback(benchmark::State& state) {
         L"/msg/nmea/GGA:{0.05,0,0,0x0},/msg/nmea/GSA:{1,0,0,0x0},/msg/nmea/GSV:{1,0,0,0x0},/msg/nmea/ZDA:{1,0,0,0x0},/msg/nmea/GST:{1,0,0,0x0}");
     for (auto _ : state) {
         CReceiverStatusPS sheet(rx, nullptr);
-        sheet.resize(480, 640);
-        double cpu0 = 0, rss = 0;
-        auto wall0 = std::chrono::steady_clock::now();
         unsigned positions0 = 0;
-        QTimer::singleShot(0, &sheet, [&] {
-            sheet.SetActivePage(3);
-            cpu0 = ProcessCpuSeconds();
-            wall0 = std::chrono::steady_clock::now();
+        auto wall0 = std::chrono::steady_clock::now();
+        RunOnTheSkyPlot(state, sheet, [&] {
             positions0 = sheet.PositionPage().PositionsReceived();
+            wall0 = std::chrono::steady_clock::now();
             QTimer::singleShot(10000, &sheet, [&] { sheet.EndDialog(2); });
         });
-        QTimer sample;
-        QObject::connect(&sample, &QTimer::timeout, &sheet, [&] { rss = std::max(rss, ResidentMegabytes()); });
-        sample.start(1000);
-        sheet.DoModal();
-        const double cpu = ProcessCpuSeconds() - cpu0;
         const double wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - wall0).count();
-        state.counters["cpu_share_of_one_core_pct"] = 100 * cpu / wall;
-        state.counters["resident_MB"] = std::max(rss, ResidentMegabytes());
         state.counters["positions_per_s"] = (sheet.PositionPage().PositionsReceived() - positions0) / wall;
         const CSkyPlot* plot = sheet.SkyPlotPage().Plot();
         state.counters["satellites_drawn"] = plot ? static_cast<double>(plot->Satellites().size()) : 0;
