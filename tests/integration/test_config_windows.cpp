@@ -162,7 +162,9 @@ TEST_P(PowerOnSimulator, StatesRefreshAndSwitchesWriteBack) {
     EXPECT_TRUE(boxes.Requests().empty()) << "no refusal reached the user";
     devio::CVokReceiverMate mate(link.Receiver());
     EXPECT_EQ(mate.Get(par::PwrSwitch, 3), L"on");
-    if (c.powerUpShown) EXPECT_TRUE(mate.Get(par::ExtPowerupMode));
+    if (c.powerUpShown) {
+        EXPECT_TRUE(mate.Get(par::ExtPowerupMode));
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, PowerOnSimulator, ::testing::ValuesIn(kPowerCases));

@@ -113,7 +113,9 @@ TEST(MessageMultiPicker, AddsOnceWithTheDefaultScheduleAndDeletesAfterAsking) {
             dlg.OnDelete();
             EXPECT_EQ(dlg.Chosen().size(), 2u);
             EXPECT_EQ(no.Requests().size(), 1u);
-            if (!no.Requests().empty()) EXPECT_EQ(no.Requests()[0].text, LoadResString(IDS_CONFIRM_DELETION));
+            if (!no.Requests().empty()) {
+                EXPECT_EQ(no.Requests()[0].text, LoadResString(IDS_CONFIRM_DELETION));
+            }
         }
         const uikit::CMessageBoxResponder yes([](const uikit::MessageBoxRequest&) { return uikit::IDYES; });
         dlg.OnDelete();
