@@ -61,7 +61,6 @@ const S* Find(const SATLIST_RECORD& list, int system, int number, int signal = -
 
 TEST(NmeaDecoderGga, Positions)
 {
-    const double nan = std::nan("");
     struct ROW { const char* legend; std::string body; bool position; double lat, lon, height; std::uint32_t extra; };
     const ROW rows[] = {
         {"negative separation, DGPS", "GPGGA,131519.00,4153.85990,N,08738.63638,W,2,12,0.95,218.1,M,-33.8,M,,0000", true,

@@ -281,15 +281,7 @@ bool CNmeaDecoder::DecodeGga()
         || !OptionalDecimal(s.Field(10), fix.separation))
         return false;
     fix.correctionAge = LenientDecimal(s.Field(12));
-    bool hasTime = false;
-    TakeTime(s.Field(0), hasTime);
-    // A GGA without time cannot be placed in an epoch: it is one by itself.
-    if (!hasTime)
-        m_position.BeginEpoch(m_sink, -1);
-    // Quality 0 means the receiver has no fix; its coordinates are stale or made up.
-    if (!hasPosition || fix.quality == 0)
-        fix.source = POSITION_RECORD::SourceNone;
-    m_position.OfferFix(m_sink, CEpochPosition::KindGga, fix);
+    OfferTimedFix(s.Field(0), hasPosition, CEpochPosition::KindGga, fix);
     return true;
 }
 
@@ -310,13 +302,7 @@ bool CNmeaDecoder::DecodeGns()
         return false;
     fix.correctionAge = LenientDecimal(s.Field(10));
     fix.quality = QualityOfModes(s.Field(5));
-    bool hasTime = false;
-    TakeTime(s.Field(0), hasTime);
-    if (!hasTime)
-        m_position.BeginEpoch(m_sink, -1);
-    if (!hasPosition || fix.quality == 0)
-        fix.source = POSITION_RECORD::SourceNone;
-    m_position.OfferFix(m_sink, CEpochPosition::KindGns, fix);
+    OfferTimedFix(s.Field(0), hasPosition, CEpochPosition::KindGns, fix);
     return true;
 }
 
@@ -334,14 +320,21 @@ bool CNmeaDecoder::DecodeGll()
     // Status A is valid; the NMEA 2.3 mode, when present, says how.
     const std::string_view mode = s.Field(6);
     fix.quality = s.Field(5) == "A" ? (mode.empty() ? 1 : QualityOfMode(mode[0])) : 0;
+    OfferTimedFix(s.Field(4), hasPosition, CEpochPosition::KindGll, fix);
+    return true;
+}
+
+void CNmeaDecoder::OfferTimedFix(std::string_view timeField, bool hasPosition, CEpochPosition::Kind kind, FIX_REPORT& fix)
+{
     bool hasTime = false;
-    TakeTime(s.Field(4), hasTime);
+    TakeTime(timeField, hasTime);
+    // A fix without time cannot be placed in an epoch: it is one by itself.
     if (!hasTime)
         m_position.BeginEpoch(m_sink, -1);
+    // Quality 0 means the receiver has no fix; its coordinates are stale or made up.
     if (!hasPosition || fix.quality == 0)
         fix.source = POSITION_RECORD::SourceNone;
-    m_position.OfferFix(m_sink, CEpochPosition::KindGll, fix);
-    return true;
+    m_position.OfferFix(m_sink, kind, fix);
 }
 
 bool CNmeaDecoder::DecodeRmc()

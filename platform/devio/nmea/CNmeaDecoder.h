@@ -61,6 +61,8 @@ private:
     bool DecodeZda();
     // A time field: empty is no time; a time changes the epoch when it differs.
     bool TakeTime(std::string_view field, bool& hasTime);
+    // A GGA, GNS or GLL fix at its time field's epoch (an epoch by itself without one).
+    void OfferTimedFix(std::string_view timeField, bool hasPosition, CEpochPosition::Kind kind, FIX_REPORT& fix);
     void OnEpochTime(std::int32_t millisecondOfDay);
     void BeginGsa(std::int32_t system);
 
