@@ -14,40 +14,14 @@
 #include "platform/devio/lexer/CStreamLexer.h"
 #include "platform/devio/nmea/CLiveDataDecoder.h"
 #include "platform/devio/nmea/CNmeaDecoder.h"
+#include "bench/CaptureStream.h"
 
 namespace {
 
 constexpr std::size_t kStreamSize = 50u << 20;
 constexpr std::size_t kReadChunk = 64 * 1024;  // what the receiver's reader thread hands over
 
-const char* const kCaptures[] = {
-    "beidou-gb.log", "firefly-II.log", "furuno_gl_ga.log", "gpsdf.log", "isync.log", "nmea-rtk.log",
-    "polarx2.log", "quectelLC79D.log", "sl869.log", "telit-pls83-w.log", "ublox-zed-f9p-nmea.log"};
-
-std::string CaptureDir()
-{
-    const char* shared = std::getenv("FENK_SHARED_DIR");
-    return std::string(shared != nullptr && *shared != '\0' ? shared : "../shared") + "/nmea-captures/";
-}
-
-// The receiver's output: the captures' sentences without their '#' annotation lines.
-std::string CapturesWithoutComments()
-{
-    std::string all;
-    for (const char* name : kCaptures) {
-        std::ifstream in(CaptureDir() + name, std::ios::binary);
-        const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-        std::size_t start = 0;
-        while (start < text.size()) {
-            std::size_t end = text.find('\n', start);
-            end = end == std::string::npos ? text.size() : end + 1;
-            if (text[start] != '#')
-                all.append(text, start, end - start);
-            start = end;
-        }
-    }
-    return all;
-}
+using fenkbench::CapturesWithoutComments;
 
 const std::string& Stream()
 {
