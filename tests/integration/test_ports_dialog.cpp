@@ -13,6 +13,7 @@
 #include "fenklib/ports/CReceiverPortsDlg.h"
 #include "fenklib/ports/CSerialPortPS.h"
 #include "fenklib/ports/CUniversalPortPS.h"
+#include "platform/uikit/CMessageBoxResponder.h"
 
 TEST(PortsDialog, SheetsOpenedFromTheMenuAndOneApplyReachTheReceiver) {
     fenktest::SimLink link;   // TCP: the controller talks through dev/tcp/a
@@ -47,4 +48,25 @@ TEST(PortsDialog, SheetsOpenedFromTheMenuAndOneApplyReachTheReceiver) {
     EXPECT_EQ(link.sim->Core().Execute("print,dev/ser/b/rate", "dev/ser/a").text, "9600");
     EXPECT_EQ(link.sim->Core().Execute("print,dev/ser/b/parity", "dev/ser/a").text, "N") << "the rest as it was";
     EXPECT_EQ(usbRate, 115200);
+}
+
+// A receiver with serial ports only refuses the other groups' listings: the tree shows the
+// serial group alone, and a refused group is no error.
+TEST(PortsDialog, ASerialOnlyReceiverShowsItsSerialGroupAlone) {
+    rcvsim::SimOptions options;
+    options.serialPortsOnly = true;
+    fenktest::SimLink link(fenktest::SimLink::Over::Pty, options);
+    const uikit::CMessageBoxResponder boxes;
+    CReceiverPortsDlg dlg(link.Receiver(), nullptr);
+    QStringList groups;
+    int serialPorts = 0;
+    QTimer::singleShot(0, &dlg, [&] {
+        for (int i = 0; i < dlg.PortList()->topLevelItemCount(); ++i) groups << dlg.PortList()->topLevelItem(i)->text(0);
+        if (dlg.PortList()->topLevelItemCount() > 0) serialPorts = dlg.PortList()->topLevelItem(0)->childCount();
+        dlg.EndDialog(2);
+    });
+    EXPECT_EQ(dlg.DoModal(), 2);
+    EXPECT_EQ(groups, QStringList{QStringLiteral("Serial")});
+    EXPECT_EQ(serialPorts, 4);
+    EXPECT_TRUE(boxes.Requests().empty());
 }

@@ -78,7 +78,9 @@ TEST(PredefinedSets, Reader) {
     for (const Case& c : cases) {
         const auto sets = fenkmsg::ParsePredefinedMessageSets(QByteArray(c.xml));
         ASSERT_EQ(sets.size(), c.sets) << c.legend;
-        if (c.sets) EXPECT_EQ(sets[0].messages.size(), c.firstCount) << c.legend;
+        if (c.sets) {
+            EXPECT_EQ(sets[0].messages.size(), c.firstCount) << c.legend;
+        }
     }
 }
 

@@ -182,7 +182,9 @@ TEST(Upload, BlocksAppearOnlyAfterAMatchingSize) {
         for (const std::string& c : row.commands) last = sim.Run(c);
         EXPECT_EQ(last.text, row.lastReply) << row.legend;
         const Reply file = sim.Run("print,\"/log/t.txt\"&content");
-        if (row.content) EXPECT_EQ(file.text, row.content) << row.legend;
+        if (row.content) {
+            EXPECT_EQ(file.text, row.content) << row.legend;
+        }
         else EXPECT_LT(file.status, 0) << row.legend << ": a half file is visible";
     }
 }

@@ -128,7 +128,9 @@ TEST(AbortedReply, EndsWithTheCutMarkAndTheNextCommandIsAnswered) {
             ASSERT_TRUE(c.WaitReply("1")) << row.legend;
         }
         ASSERT_EQ(::write(c.Fd(), row.commands.data(), row.commands.size()), static_cast<ssize_t>(row.commands.size()));
-        if (*row.waitFor) ASSERT_TRUE(c.WaitFor(row.waitFor)) << row.legend;
+        if (*row.waitFor) {
+            ASSERT_TRUE(c.WaitFor(row.waitFor)) << row.legend;
+        }
         ASSERT_TRUE(c.Send("\x18" "7")) << row.legend;
         ASSERT_TRUE(c.Send("%8%print,rcv/model")) << row.legend;
         const auto model = c.WaitReply("8", LinkClient::Ms(20000));

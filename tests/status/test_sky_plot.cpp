@@ -79,7 +79,9 @@ TEST(SkyPlot, MaskCircleAtItsElevation) {
                 redAt = d;
                 break;
             }
-        if (row.expectedRadius < 0) EXPECT_EQ(redAt, -1) << row.legend;
+        if (row.expectedRadius < 0) {
+            EXPECT_EQ(redAt, -1) << row.legend;
+        }
         else EXPECT_NEAR(redAt, row.expectedRadius, 1) << row.legend;
     }
 }

@@ -63,7 +63,9 @@ TEST(MessageBox, ReportErrorLeadsWithAPlainSentenceAndKeepsTheTechnicalTextUnder
         ASSERT_EQ(requests.size(), 1u) << row.legend;
         EXPECT_NE(requests[0].text.find(row.textHas), std::wstring::npos) << row.legend;
         EXPECT_EQ(requests[0].flags & MB_ICONMASK, unsigned{MB_ICONERROR}) << row.legend;
-        if (row.detailsHas) EXPECT_NE(requests[0].details.find(row.detailsHas), std::wstring::npos) << row.legend;
+        if (row.detailsHas) {
+            EXPECT_NE(requests[0].details.find(row.detailsHas), std::wstring::npos) << row.legend;
+        }
         else EXPECT_TRUE(requests[0].details.empty()) << row.legend;
     }
 }

@@ -221,12 +221,21 @@ std::vector<Row> PortRows(const SimOptions& o) {
     };
 }
 
+bool IsNonSerialPort(std::string_view path) {
+    for (const std::string_view group : {"dev/usb/", "dev/tcp/", "dev/mvp/", "com/"})
+        if (path.starts_with(group)) return true;
+    return false;
+}
+
 void AddRows(ParamTree& tree, const std::vector<Row>& rows, const SimOptions& options) {
     for (const auto& row : rows) {
         // A receiver without the extension board does not know its parameters at all.
         if (!options.extBoard && row.path.starts_with("ext/")) continue;
         const std::string& value = row.path == "rcv/model" && !options.model.empty() ? options.model : row.value;
-        for (const auto& path : ParamDefaults::Expand(row.path)) tree.Add(path, row.kind, value, row.flags);
+        for (const auto& path : ParamDefaults::Expand(row.path)) {
+            if (options.serialPortsOnly && IsNonSerialPort(path)) continue;
+            tree.Add(path, row.kind, value, row.flags);
+        }
     }
 }
 

@@ -54,7 +54,8 @@ const char* SimArguments::Usage() {
     return "usage: rcvsim [--tcp ADDR:PORT]... [--pty] [--rate BPS] [--site LAT,LON,H]\n"
            "              [--latency MS] [--latency-path PATH] [--silence PATH|*]\n"
            "              [--garbage MS[,BYTES]] [--drop-after MS] [--old-firmware]\n"
-           "              [--list-echo] [--full-log-folder] [--dump-size BYTES] [--seed N]\n";
+           "              [--list-echo] [--full-log-folder] [--serial-only] [--dump-size BYTES]\n"
+           "              [--seed N]\n";
 }
 
 std::optional<SimArguments> SimArguments::Parse(const std::vector<std::string>& args, std::string& error) {
@@ -77,6 +78,7 @@ std::optional<SimArguments> SimArguments::Parse(const std::vector<std::string>& 
         if (a == "--old-firmware") { out.options.oldFirmware = true; continue; }
         if (a == "--list-echo") { out.options.listEcho = true; continue; }
         if (a == "--full-log-folder") { out.options.fullLogFolder = true; continue; }
+        if (a == "--serial-only") { out.options.serialPortsOnly = true; continue; }
         const std::string* v = value();
         if (!v) return std::nullopt;
         if (a == "--tcp") {

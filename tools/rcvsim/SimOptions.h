@@ -32,6 +32,9 @@ struct SimOptions {
     // A season's log folder before yesterday's (docs/simulator.md): dozens of files, three of
     // 90 to 300 MB, none of them held in memory.
     bool fullLogFolder = false;
+    // A receiver with serial ports only: no USB, TCP, MVP or script port (reach it over a
+    // pseudo-terminal, whose terminal is dev/ser/a).
+    bool serialPortsOnly = false;
     // Told every piece of bytes a connection has written, on that connection's thread: what the
     // host must have received, for tests that compare.
     std::function<void(std::string_view port, std::string_view bytes)> onSent;
