@@ -451,6 +451,7 @@ enum FenkStringId : unsigned {
     IDS_RECEIVER_SIGMA = 5477,
     IDS_HELD_LEFT_OUT = 5478,
     IDS_SKY_PLOT_READOUT = 5479,
+    IDS_TIME_CHART_READOUT = 5480,
     // Receiver configuration sheets: receiver tools
     IDS_RECEIVER_TOOLS = 6000,
     IDS_INIT_PARAMETERS = 6001,

@@ -446,6 +446,7 @@ constexpr std::array kTable = Sorted(std::to_array<FenkStringEntry>({
     {IDS_RECEIVER_SIGMA, L"Receiver σ: lat %1  lon %2  height %3 m"},
     {IDS_HELD_LEFT_OUT, L"Held positions left out: %1"},
     {IDS_SKY_PLOT_READOUT, L"Elevation mask %1\u00b0, %2 satellite(s) in the list"},
+    {IDS_TIME_CHART_READOUT, L"%1 position(s) in the last %2 s"},
     {IDS_RECEIVER_TOOLS, L"Receiver Tools"},
     {IDS_INIT_PARAMETERS, L"Initialize Parameters"},
     {IDS_INIT_PARAMETERS_HINT, L"Sets every receiver parameter back to its factory value. The receiver restarts."},

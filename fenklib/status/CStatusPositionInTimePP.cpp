@@ -38,7 +38,7 @@ bool CStatusPositionInTimePP::OnInitDialog() {
     });
     m_chart = static_cast<CTimeChart*>(m_controls.Item(IDC_CHART));
     m_note = m_controls.Get<QLabel>(IDC_NOTE);
-    m_note->setText(NoteText());
+    ShowNote();
     return true;
 }
 
@@ -50,8 +50,14 @@ void CStatusPositionInTimePP::OnPosition(const devio::POSITION_RECORD& record) {
     m_samples.DropOlderThan(now.addSecs(-m_windowSeconds));
     if (m_chart && IsWindowCreated()) {
         m_chart->update();
-        m_note->setText(NoteText());
+        ShowNote();
     }
+}
+
+void CStatusPositionInTimePP::ShowNote() {
+    m_note->setText(NoteText());
+    // A chart says nothing to a reader of text: the host's tour prints this instead.
+    setProperty("fenkReadout", LoadResString(IDS_TIME_CHART_READOUT).ToQString().arg(m_samples.Samples().size()).arg(m_windowSeconds));
 }
 
 QString CStatusPositionInTimePP::NoteText() const {

@@ -24,6 +24,8 @@ public:
     QString NoteText() const;
 
 private:
+    void ShowNote();
+
     CDialogControls m_controls;
     CTimeChart* m_chart = nullptr;
     QLabel* m_note = nullptr;

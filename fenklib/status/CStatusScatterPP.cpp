@@ -67,6 +67,7 @@ void CStatusScatterPP::Show() {
     if (!m_plot) return;
     m_plot->update();
     m_statistics->setText(StatisticsText());
+    setProperty("fenkReadout", m_statistics->text());   // what the host's tour prints of the page
 }
 
 QString CStatusScatterPP::StatisticsText() const {

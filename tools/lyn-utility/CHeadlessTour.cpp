@@ -190,7 +190,8 @@ void CHeadlessTour::Capture(QWidget* window, QWidget* content, const QString& fi
                 if (!item->text(c).isEmpty()) cells << item->text(c);
             row(cells.join(QStringLiteral(" \u00b7 ")), {});
         }
-    if (const QString readout = content->property("fenkReadout").toString(); !readout.isEmpty()) row(readout, {});
+    if (QString readout = content->property("fenkReadout").toString(); !readout.isEmpty())
+        row(readout.replace(QLatin1Char('\n'), QStringLiteral(" \u00b7 ")), {});
     for (const QListWidget* list : content->findChildren<QListWidget*>())
         for (int i = 0; i < list->count(); ++i) row(list->item(i)->text(), {});
     if (!window->grab().save(file)) {
