@@ -16,6 +16,7 @@
 #include "platform/devio/CReceiver.h"
 #include "platform/devio/lexer/CStreamLexer.h"
 #include "NmeaTestSupport.h"
+#include "support/Completion.h"
 
 using namespace devio;
 using namespace std::chrono_literals;
@@ -23,12 +24,7 @@ using devio::test::WithChecksum;
 
 namespace {
 
-struct Completion {
-    COverlapped overlapped;
-    CSmartPtr<CCommandReply> reply{new CCommandReply()};
-    CSmartPtr<INotice> notice = INotice::CreateInstance(overlapped);
-    bool Wait(unsigned ms) { return overlapped.Event().Wait(ms).kind == basekit::WaitResult::Signalled; }
-};
+using fenktest::Completion;
 
 // A receiver on one end of a socket pair; the test holds the other end.
 struct Pair {

@@ -5,18 +5,14 @@
 
 #include "SimLink.h"
 #include "platform/basekit/CWinException.h"
+#include "support/Completion.h"
 
 using fenktest::SimLink;
 using namespace devio;
 
 namespace {
 
-struct Completion {
-    COverlapped overlapped;
-    CSmartPtr<CCommandReply> reply{new CCommandReply()};
-    CSmartPtr<INotice> notice = INotice::CreateInstance(overlapped);
-    bool Wait(unsigned ms) { return overlapped.Event().Wait(ms).kind == basekit::WaitResult::Signalled; }
-};
+using fenktest::Completion;
 
 // The command layer's default time-out at 115200 bit/s.
 constexpr unsigned kDefaultTimeoutMs = 5695;
