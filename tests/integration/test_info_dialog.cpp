@@ -20,6 +20,7 @@
 #include "platform/uikit/CFileDialogResponder.h"
 #include "platform/uikit/CMessageBoxResponder.h"
 #include "support/EventTrigger.h"
+#include "support/SettingsSandbox.h"
 
 using fenktest::SimLink;
 using basekit::ustring;
@@ -38,14 +39,7 @@ int RunWhenIdle(CReceiverInfoDlg& dlg, const std::function<bool()>& onIdle) {
     return dlg.DoModal();
 }
 
-class InfoDialog : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_TRUE(m_store.isValid());
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_store.path());
-    }
-    QTemporaryDir m_store;
-};
+class InfoDialog : public fenktest::CSettingsSandboxTest {};
 
 TEST_F(InfoDialog, EveryRowWithItsValue) {
     SimLink link;

@@ -13,20 +13,14 @@
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "fenklib/site/CSiteConfigurationDlg.h"
 #include "fenklib/frame/SiteEvents.h"
+#include "support/SettingsSandbox.h"
 
 using basekit::ustring;
 using fenktest::SimLink;
 
 namespace {
 
-class SiteEvents : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_TRUE(m_store.isValid());
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_store.path());
-    }
-    QTemporaryDir m_store;
-};
+class SiteEvents : public fenktest::CSettingsSandboxTest {};
 
 // The "name=value" parts of the event records in the receiver's current log file, read
 // through the file copier.

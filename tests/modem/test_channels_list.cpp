@@ -8,17 +8,11 @@
 #include <functional>
 
 #include "fenklib/modem/CChannelsListDlg.h"
+#include "support/SettingsSandbox.h"
 
 namespace {
 
-class ChannelsList : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_TRUE(m_store.isValid());
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_store.path());
-    }
-    QTemporaryDir m_store;
-};
+class ChannelsList : public fenktest::CSettingsSandboxTest {};
 
 // Runs the dialog and hands it to `act` inside its modal loop.
 int RunModal(CChannelsListDlg& dlg, const std::function<void()>& act) {
