@@ -386,7 +386,7 @@ void CVokReceiverMateCore::EnableMessage(vok::EDev port, const vok::MSG& msg) {
 bool CVokReceiverMateCore::StartLiveOutput(vok::EDev port) {
     static constexpr const wchar_t* kLiveOutput =
         L"/msg/nmea/GGA:{1,0,0,0x0},/msg/nmea/GSA:{1,0,0,0x0},/msg/nmea/GSV:{1,0,0,0x0},"
-        L"/msg/nmea/ZDA:{1,0,0,0x0},/msg/nmea/GST:{1,0,0,0x0},/msg/jps/DL:{1,0,0,0x0}";
+        L"/msg/nmea/ZDA:{1,0,0,0x0},/msg/nmea/GST:{1,0,0,0x0},/msg/fnk/DL:{1,0,0,0x0}";
     if (!GetPortMessages(port).empty()) return false;
     EnableMessages(port, kLiveOutput);
     return true;

@@ -213,7 +213,7 @@ constexpr std::array kTable = Sorted(std::to_array<FenkStringEntry>({
     {IDS_PHASE_S, L"Phase, s:"},
     {IDS_COUNT, L"Count:"},
     {IDS_FLAGS, L"Flags:"},
-    {IDS_SCHEDULE_GROUP, L"Schedule Specification"},
+    {IDS_SCHEDULE_GROUP, L"Schedule"},
     {IDS_MENU_ADD, L"Add"},
     {IDS_MENU_EDIT, L"Edit"},
     {IDS_MENU_DELETE, L"Delete"},

@@ -61,20 +61,20 @@ TEST(FileCopier, StreamsThroughAPartFile) {
     for (const Row& row : rows) {
         fs::remove_all(dir);
         fs::create_directories(dir);
-        const fs::path target = dir / "copy.jps";
+        const fs::path target = dir / "copy.fnk";
         if (row.targetBefore) std::ofstream(target) << "old";
         basekit::CSmartPtr<CGatedSource> source(new CGatedSource(kSize, kSize / 2));
         source->refuse = row.then == Then::Refuse;
         const auto copier = devio::IFileCopier::CreateInstance(source);
         copier->Start(basekit::ustring(L"/log/x"), basekit::ustring::FromUtf8(target.string()));
         ASSERT_EQ(source->reached.Wait(60000).kind, basekit::WaitResult::Signalled) << row.legend;
-        EXPECT_TRUE(fs::exists(dir / "copy.jps.part")) << row.legend;
+        EXPECT_TRUE(fs::exists(dir / "copy.fnk.part")) << row.legend;
         EXPECT_EQ(ReadAll(target), row.targetBefore ? "old" : "") << row.legend;
         if (row.then == Then::Cancel) copier->Cancel();
         source->go.Set();
         ASSERT_EQ(copier->DoneEvent().Wait(60000).kind, basekit::WaitResult::Signalled) << row.legend;
         EXPECT_EQ(copier->Error(), row.error) << row.legend;
-        EXPECT_FALSE(fs::exists(dir / "copy.jps.part")) << row.legend;
+        EXPECT_FALSE(fs::exists(dir / "copy.fnk.part")) << row.legend;
         const std::string expected = row.then == Then::Finish ? CGatedSource::Bytes(0, kSize) : row.targetBefore ? "old" : "";
         EXPECT_EQ(ReadAll(target), expected) << row.legend;
     }

@@ -34,7 +34,7 @@ TEST(FileCopy, IntoMemoryAndIntoAFile) {
     ASSERT_NE(log, L"/log/");
     mate.SendEvent(L"_DSC", L"a longer file");
     QTemporaryDir dir;
-    const QString local = dir.filePath(QStringLiteral("copy.jps"));
+    const QString local = dir.filePath(QStringLiteral("copy.fnk"));
     copier->Start(log, basekit::ustring::FromQString(local));
     ASSERT_TRUE(Finished(*copier));
     EXPECT_EQ(copier->Error(), 0u) << copier->ErrorText().ToUtf8();

@@ -179,7 +179,7 @@ TEST(FileExplorer, CancelledCopyLeavesNothingBehind) {
     const auto list = mate.ListLogFiles(10000);
     ASSERT_FALSE(list.empty());
     QTemporaryDir target;
-    const ustring local = ustring::FromQString(QDir(target.path()).filePath(QStringLiteral("big.jps")));
+    const ustring local = ustring::FromQString(QDir(target.path()).filePath(QStringLiteral("big.fnk")));
     CCopyFileDlg copy(link.Receiver(), nullptr, (L"/log/" + list[0].name).c_str(), local.c_str(), true);
     QTimer::singleShot(0, &copy, [&] {
         ASSERT_TRUE(WaitFor([&] { return !copy.SpeedText().empty(); })) << "no progress came";

@@ -56,7 +56,7 @@ TEST(StatusSheetLive, TheSimulatorsStreamReachesEveryPageAndStopsAfterwards) {
         size_t positions;
     };
     const Row rows[] = {
-        {"the user's 20 Hz schedule", L"/msg/nmea/GGA:{0.05,0,0,0x0},/msg/nmea/GSV:{1,0,0,0x0},/msg/nmea/ZDA:{1,0,0,0x0},/msg/jps/DL:{1,0,0,0x0}", 20},
+        {"the user's 20 Hz schedule", L"/msg/nmea/GGA:{0.05,0,0,0x0},/msg/nmea/GSV:{1,0,0,0x0},/msg/nmea/ZDA:{1,0,0,0x0},/msg/fnk/DL:{1,0,0,0x0}", 20},
         {"a silent terminal: the sheet asks for the live set", nullptr, 2},
     };
     for (const auto& row : rows) {

@@ -34,7 +34,7 @@ const RoundTrip kRoundTrips[] = {
     {"set,com/a/var/2/value,\"alice\"", "print,com/a/var/2/value", "alice", "script variable"},
     {"set,/msg/def/nmea/GGA,{0.500000,0.000000,10,0x3}", "print,/msg/def/nmea/GGA",
      "{0.50,0.00,10,0x3}", "default schedule"},
-    {"set,/cur/file/a,\"survey1.jps\"", "print,/cur/file/a", "/log/survey1.jps", "new current file"},
+    {"set,/cur/file/a,\"survey1.fnk\"", "print,/cur/file/a", "/log/survey1.fnk", "new current file"},
     {"set,pwr/switch/3,auto", "print,pwr/switch:on", "{1=on,2=auto,3=auto,4=on}", "switch list"},
     {"set,ref/avg/list/pnts/01/option/protect,on", "print,ref/avg/list/pnts/01/protect", "on",
      "protect order"},
@@ -77,7 +77,7 @@ const ErrorRow kErrors[] = {
     {"dm,/dev/xyz", "{2,,wrong 1st parameter}", "dm on unknown port"},
     {"list,/par/dev/xyz", "{2,,wrong 1st parameter}", "unknown class"},
     {"list,/msg/foo", "{2,,wrong 1st parameter}", "unknown group"},
-    {"remove,\"/log/nothere.jps\"", "{2,,wrong 1st parameter}", "no such file"},
+    {"remove,\"/log/nothere.fnk\"", "{2,,wrong 1st parameter}", "no such file"},
     {"create,\"/etc/passwd\"", "{2,,wrong 1st parameter}", "outside the log folder"},
     {"event,\"no equals sign\"", "{2,,wrong 1st parameter}", "event needs name=value"},
     {"init,/nothing/here", "{2,,wrong 1st parameter}", "init of an unknown item"},
@@ -191,13 +191,13 @@ TEST(Upload, BlocksAppearOnlyAfterAMatchingSize) {
 
 TEST(LogFiles, CreateListReadAndRemove) {
     SimReceiver sim;
-    ASSERT_EQ(sim.Run("create,\"/log/extra.jps\"").status, 0);
-    EXPECT_EQ(sim.Run("create,\"/log/extra.jps\"").status, -2) << "exists already";
+    ASSERT_EQ(sim.Run("create,\"/log/extra.fnk\"").status, 0);
+    EXPECT_EQ(sim.Run("create,\"/log/extra.fnk\"").status, -2) << "exists already";
     const std::string listing = sim.Print("/log/&[name,size,time]");
-    EXPECT_NE(listing.find("{extra.jps,0,"), std::string::npos) << listing;
-    EXPECT_EQ(sim.Print("\"/log/extra.jps\"&size"), "0");
-    ASSERT_EQ(sim.Run("remove,\"/log/extra.jps\"").status, 0);
-    EXPECT_EQ(sim.Print("/log/&[name,size,time]").find("extra.jps"), std::string::npos);
+    EXPECT_NE(listing.find("{extra.fnk,0,"), std::string::npos) << listing;
+    EXPECT_EQ(sim.Print("\"/log/extra.fnk\"&size"), "0");
+    ASSERT_EQ(sim.Run("remove,\"/log/extra.fnk\"").status, 0);
+    EXPECT_EQ(sim.Print("/log/&[name,size,time]").find("extra.fnk"), std::string::npos);
 }
 
 TEST(LogFiles, EventsAreRecordedInTheCurrentFileAndTakeDiskSpace) {

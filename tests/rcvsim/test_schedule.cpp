@@ -120,7 +120,7 @@ TEST(Scheduling, MessagesToTheCurrentFileAreLoggedNotSent) {
 
 TEST(DataLink, FramesNameEveryCorrectionPortAndCountsGrow) {
     SimReceiver sim;
-    ASSERT_EQ(sim.Run("set,dev/tcp/a/imode,rtcm;em,/dev/ser/a,/msg/jps/DL").status, 0);
+    ASSERT_EQ(sim.Run("set,dev/tcp/a/imode,rtcm;em,/dev/ser/a,/msg/fnk/DL").status, 0);
     const auto out = Collect(sim, 3);
     ASSERT_EQ(CountOf(out, "@MDL,0,"), 3);
     const std::string& last = out.back().bytes;

@@ -46,7 +46,7 @@ const PrintRow kPrintRows[] = {
     {"ref/avg/list/pnts/01/pos/xyz", kXyz, "second stored point"},
     {"com/a/scripts", R"(\{([a-z]+,?)+\})", "script names"},
     {"/cur/term", "/dev/ser/a", "the port the command came in on"},
-    {"/msg/def/jps/DL", kSchedule, "default schedule"},
+    {"/msg/def/fnk/DL", kSchedule, "default schedule"},
     {"out/dev/ser/a:on", R"(\{\})", "nothing enabled at start"},
 };
 
@@ -97,12 +97,12 @@ const ListRow kListRows[] = {
     {"list,/par/com", "\\{a=port\\}", "script ports"},
     {"list,/msg/qls", "\\{RT,PV,SI,EL,AZ,RC,PC,ET\\}", "own raw-data group"},
     {"list,/msg/nmea", "\\{GGA,RMC,GSA,GSV,ZDA,GST,VTG,GLL\\}", "NMEA group"},
-    {"list,/msg/jps", "\\{DL\\}", "own messages"},
+    {"list,/msg/fnk", "\\{DL\\}", "own messages"},
     {"list,/msg/rtcm", "\\{1,3,18,19,22,31,32\\}", "RTCM 2 group"},
     {"list,/msg/rtcm3", "\\{1004,1006,1008,1012,1033,1074,1084,1230\\}", "RTCM 3 group"},
     {"list,/msg/cmr", "\\{0,1,2,3\\}", "CMR group"},
     {"list,/msg/binex", "\\{00,01-01,7f-05\\}", "BINEX group"},
-    {"list,/msg/def", R"(\{qls/RT,qls/PV,.*,nmea/GGA,.*,rtcm3/1004,.*,binex/7f-05,jps/DL\})", "defaults of every group"},
+    {"list,/msg/def", R"(\{qls/RT,qls/PV,.*,nmea/GGA,.*,rtcm3/1004,.*,binex/7f-05,fnk/DL\})", "defaults of every group"},
     {"list,/par/antdb/ids/id", R"(\{([A-Z0-9.\- ]+,)+[A-Z0-9.\- ]+\})", "antenna database"},
 };
 

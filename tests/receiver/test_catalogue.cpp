@@ -69,8 +69,8 @@ TEST_F(CatalogueTest, GettersSendTheirTextAndConvert) {
     EXPECT_EQ(Exchange(L"print,ref/avg/list/pnts/01/date", L"2024/06/02 15:40:27", [&] { return mate.Get(par::RefAvgPointDate, 1); }),
               QDateTime(QDate(2024, 6, 2), QTime(15, 40, 27), QTimeZone::utc())) << "a stored point's date is a date value";
     EXPECT_FALSE(Exchange(L"print,ref/avg/list/pnts/01/date", L"never", [&] { return mate.Get(par::RefAvgPointDate, 1); }).isValid());
-    EXPECT_EQ(Exchange(L"print,/cur/file/a", L"/log/base0101a.jps", [&] { return mate.GetCurrentFile(L'a'); }),
-              L"base0101a.jps") << "the log folder is removed";
+    EXPECT_EQ(Exchange(L"print,/cur/file/a", L"/log/base0101a.fnk", [&] { return mate.GetCurrentFile(L'a'); }),
+              L"base0101a.fnk") << "the log folder is removed";
     EXPECT_EQ(Exchange(L"print,/cur/term", L"/dev/tcp/a", [&] { return mate.GetCurrentTerminal(); }), vok::DEV_TCP_A);
 }
 
@@ -97,8 +97,8 @@ TEST_F(CatalogueTest, SettersFormatTheirArguments) {
         {"event", [&] { mate.SendEvent(L"_SIT", L"Hill 7"); }, L"event,\"_SIT=Hill 7\""},
         {"one message", [&] { mate.EnableMessage(vok::DEV_SER_A, {L"/msg/nmea/GGA", 1, 0.5, 0, 0x1f}); },
          L"em,/dev/ser/a,/msg/nmea/GGA:{1.000000,0.500000,0,0x1f}"},
-        {"default schedule", [&] { mate.SetDefaultSchedule({L"jps/PO", 0.2, 0, 3, 0}); },
-         L"set,/msg/def/jps/PO,{0.200000,0.000000,3,0x0}"},
+        {"default schedule", [&] { mate.SetDefaultSchedule({L"fnk/PO", 0.2, 0, 3, 0}); },
+         L"set,/msg/def/fnk/PO,{0.200000,0.000000,3,0x0}"},
         {"reference position", [&] { mate.SetReferencePosition(L"arp", vok::POS_XYZ{1, 2, 3}); },
          L"set,ref/arp//xyz,{W84,1.0000,2.0000,3.0000}"},
         {"remove quoted", [&] { mate.RemoveItem(L"/log/a b"); }, L"remove,\"/log/a b\""},
@@ -135,10 +135,10 @@ TEST_F(CatalogueTest, ListsAndTheirShapes) {
     rx->On(L"list,/par/dev/usb", CScriptedReceiver::Error(L"{2,,busy}"));
     EXPECT_THROW(mate.ListPorts(L"dev/usb"), basekit::CCommException) << "other errors pass";
 
-    const auto msgs = Exchange(L"print,out/dev/tcp/a:on", L"{/msg/nmea/GGA={1.00,0.00,0,0x0},bad=1,/msg/jps/DL={0.5,0.25,10,0x1A}}",
+    const auto msgs = Exchange(L"print,out/dev/tcp/a:on", L"{/msg/nmea/GGA={1.00,0.00,0,0x0},bad=1,/msg/fnk/DL={0.5,0.25,10,0x1A}}",
                                [&] { return mate.GetPortMessages(vok::DEV_TCP_A); });
     ASSERT_EQ(msgs.size(), 2u) << "entries of another shape are skipped";
-    EXPECT_EQ(msgs[1], (vok::MSG{L"/msg/jps/DL", 0.5, 0.25, 10, 0x1a}));
+    EXPECT_EQ(msgs[1], (vok::MSG{L"/msg/fnk/DL", 0.5, 0.25, 10, 0x1a}));
     EXPECT_TRUE(Exchange(L"print,out/dev/ser/d:on", L"{}", [&] { return mate.GetPortMessages(vok::DEV_SER_D); }).empty());
 
     bool a = false, b = true;

@@ -173,7 +173,7 @@ TEST(FileDialog, ClassicFiltersBecomeQtFilters) {
         const char* legend;
     } cases[] = {
         {L"Text Files (*.txt)|*.txt|All Files (*.*)|*.*||", {"Text Files (*.txt)", "All Files (*)"}, "*.* is every file"},
-        {L"Logs|*.log;*.jps||", {"Logs (*.log *.jps)"}, "several patterns, no decoration"},
+        {L"Logs|*.log;*.fnk||", {"Logs (*.log *.fnk)"}, "several patterns, no decoration"},
         {L"Data (*.xml)|*.xml", {"Data (*.xml)"}, "no closing bars"},
         {L"", {}, "no filter"},
     };

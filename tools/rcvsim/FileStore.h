@@ -9,7 +9,7 @@
 namespace rcvsim {
 
 struct StoredFile {
-    std::string path;     // absolute, e.g. "/log/log0614a.jps"
+    std::string path;     // absolute, e.g. "/log/log0614a.fnk"
     std::string content;  // any bytes (after the generated ones)
     double mtime = 0;     // simulated UTC seconds of the last change
     double ctime = 0;     // simulated UTC seconds of the creation

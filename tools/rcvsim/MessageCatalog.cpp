@@ -8,7 +8,7 @@
 namespace rcvsim {
 namespace {
 using namespace std::string_view_literals;
-constexpr std::array kGroups{"qls"sv, "nmea"sv, "rtcm"sv, "rtcm3"sv, "cmr"sv, "binex"sv, "jps"sv};
+constexpr std::array kGroups{"qls"sv, "nmea"sv, "rtcm"sv, "rtcm3"sv, "cmr"sv, "binex"sv, "fnk"sv};
 
 struct Entry {
     const char* name;
@@ -31,7 +31,7 @@ const std::array kFactory{
     Entry{"cmr/0", {1, 0, 0, 0}},      Entry{"cmr/1", {10, 0, 0, 0}},     Entry{"cmr/2", {10, 0, 0, 0}},
     Entry{"cmr/3", {1, 0, 0, 0}},
     Entry{"binex/00", {30, 0, 0, 0}},  Entry{"binex/01-01", {30, 0, 0, 0}}, Entry{"binex/7f-05", {1, 0, 0, 0}},
-    Entry{"jps/DL", {1, 0, 0, 0}},
+    Entry{"fnk/DL", {1, 0, 0, 0}},
 };
 }  // namespace
 

@@ -307,7 +307,7 @@ std::string Receiver::NewLogName(double now) const {
     for (int i = 0;; ++i) {
         std::string name = stem;
         name += i < 26 ? std::string(1, static_cast<char>('a' + i)) : "_" + std::to_string(i);
-        name += ".jps";
+        name += ".fnk";
         if (!files_.Find("/log/" + name)) return name;
     }
 }

@@ -156,7 +156,7 @@ std::vector<Output> Receiver::Poll() {
 std::string Receiver::MessageBytes(const std::string& name, const Fix& fix, double now) const {
     for (const auto& g : kNmea)
         if (name == g.name) return g.make(fix);
-    if (name == "jps/DL") return Frame::Message("DL", DataLinkPayload(now));
+    if (name == "fnk/DL") return Frame::Message("DL", DataLinkPayload(now));
     for (const auto& m : kSized)
         if (name == m.name) return SizedFrame(m.name, m.bytes, now);
     return {};
