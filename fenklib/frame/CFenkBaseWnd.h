@@ -99,9 +99,11 @@ public:
                 if constexpr (std::is_void_v<T>) work(ctx);
                 else result->value.emplace(work(ctx));
                 result->outcome = ctx.IsStopping() ? JobOutcome::Stopped : JobOutcome::Done;
-            } catch (const basekit::CStdException&) {
+            } catch (...) {
+                // Whatever the job threw ends it as failed with a box: a job that died silently
+                // would leave its window busy for ever.
                 result->outcome = ctx.IsStopping() ? JobOutcome::Stopped : JobOutcome::Failed;
-                result->error.Capture();   // keeps the exception's own type for the box
+                result->error.Capture();   // the library's own keep their type for the box
             }
             PostToUi(serial, [this, result, onEnd]() mutable {
                 EndJob(result->outcome == JobOutcome::Failed ? &result->error : nullptr);
@@ -114,6 +116,28 @@ public:
         UpdateControls();
     }
 
+    // OK or Apply of a page whose write runs as a job: the sheet waits for the job's end and goes
+    // on only when it succeeded (onApplied runs first, the page taking the written values as its
+    // own); a failure leaves the sheet open on the page with what the user entered.
+    template <typename Work, typename OnApplied>
+    void ApplyAsJob(Work work, OnApplied onApplied) {
+        static_assert(std::is_base_of_v<uikit::CResizablePropertyPage, Base>, "only a sheet's page applies");
+        this->ApplyLater();
+        RunJob(std::move(work), [this, onApplied = std::move(onApplied)](const auto& r) mutable {
+            if (r.Ok()) onApplied();
+            this->ApplyEnded(r.Ok());
+        });
+    }
+
+    // OK of a dialog whose write runs as a job: the dialog ends with OK once the write succeeded;
+    // a failure leaves it open with what the user entered.
+    template <typename Work>
+    void AcceptAsJob(Work work) {
+        RunJob(std::move(work), [this](const auto& r) {
+            if (r.Ok()) Base::accept();
+        });
+    }
+
     // Asks the running job to finish; its end arrives as JobOutcome::Stopped. Never blocks.
     void CancelJob() { m_stopEvent.Set(); }
     bool IsBusy() const { return m_busy; }
@@ -122,7 +146,8 @@ public:
     // calls it after a job starts or ends and after a receiver notice.
     virtual void UpdateControls() {}
 
-    // Receiver work done on this thread (a page reading on activation, writing on Apply): a
+    // The form being retired: receiver work done on this thread, which waits for every reply.
+    // New work runs as a job (RunJob); the windows still calling this move over one by one. A
     // failure is shown in an error box with the exception's text and gives false.
     template <typename Work>
     bool WithReceiver(Work&& work) {
@@ -131,8 +156,8 @@ public:
             devio::CVokReceiverMate mate(m_receiver);
             work(mate);
             return true;
-        } catch (const basekit::CStdException& e) {
-            uikit::CMessageBoxService::ReportError(this, e);
+        } catch (...) {
+            uikit::CMessageBoxService::ReportCurrentError(this);
             return false;
         }
     }
@@ -270,9 +295,20 @@ private:
             progress.swap(m_pendingProgress);
             m_noticePosted = false;
         }
-        if (progress && progress->first == m_jobSerial && m_onProgress) m_onProgress(progress->second);
+        if (progress && progress->first == m_jobSerial && m_onProgress) Guarded(m_onProgress, progress->second);
         for (auto& [serial, f] : queue)
-            if (serial == m_jobSerial) f();
+            if (serial == m_jobSerial) Guarded(f);
+    }
+
+    // A delivery that throws is shown and does not keep the ones behind it (a job's end among
+    // them) from running.
+    template <typename F, typename... Args>
+    void Guarded(F& f, const Args&... args) {
+        try {
+            f(args...);
+        } catch (...) {
+            uikit::CMessageBoxService::ReportCurrentError(this);
+        }
     }
 
     void EndJob(const basekit::CStdException::CExInfo* failure) {
@@ -283,8 +319,8 @@ private:
         MarkFailed();
         try {
             failure->Rethrow();
-        } catch (const basekit::CStdException& e) {
-            uikit::CMessageBoxService::ReportError(this, e);
+        } catch (...) {
+            uikit::CMessageBoxService::ReportCurrentError(this);
         }
     }
 

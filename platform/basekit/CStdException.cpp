@@ -29,16 +29,24 @@ const char* CStdException::what() const noexcept {
     return m_what.c_str();
 }
 
+std::exception_ptr CurrentAsStdException() {
+    try {
+        throw;
+    } catch (const CStdException&) {
+        return std::current_exception();
+    } catch (const std::exception& e) {
+        return std::make_exception_ptr(CWinException("foreign", 0, ustring::FromUtf8(e.what()), kErrorInternal));
+    } catch (...) {
+        return std::make_exception_ptr(CWinException("unknown", 0, BaseText(kStrUnknownError), kErrorInternal));
+    }
+}
+
 void CStdException::CExInfo::Capture() {
-    m_exception = std::current_exception();
+    m_exception = CurrentAsStdException();
     try {
         std::rethrow_exception(m_exception);
     } catch (const CStdException& e) {
         m_message = e.GetMessage();
-    } catch (const std::exception& e) {
-        m_message = ustring::FromUtf8(e.what());
-    } catch (...) {
-        m_message = BaseText(kStrUnknownError);
     }
 }
 

@@ -23,7 +23,8 @@ public:
     // Carries an exception caught on a worker thread to the window that reports it.
     class CExInfo {
     public:
-        // Records the exception being handled (call inside a catch block).
+        // Records the exception being handled (call inside a catch block); whatever was thrown,
+        // Rethrow() then throws one of the library's own (CurrentAsStdException).
         void Capture();
         void Capture(const CStdException& e);
         bool IsEmpty() const { return !m_exception; }
@@ -44,5 +45,10 @@ private:
     int m_line;
     mutable std::string m_what;
 };
+
+// The exception being handled (call inside a catch block) as one of the library's own, so that
+// every boundary can show it: the library's own stay as they are, a foreign std::exception
+// becomes an internal error carrying its what() text, anything else a bare internal error.
+std::exception_ptr CurrentAsStdException();
 
 }  // namespace basekit

@@ -121,6 +121,14 @@ void CMessageBoxService::ReportError(QWidget* owner, const basekit::CStdExceptio
     else ShowError(owner, plain, e.GetMessage());
 }
 
+void CMessageBoxService::ReportCurrentError(QWidget* owner) {
+    try {
+        std::rethrow_exception(basekit::CurrentAsStdException());
+    } catch (const basekit::CStdException& e) {
+        ReportError(owner, e);
+    }
+}
+
 void CMessageBoxService::ShowError(QWidget* owner, const basekit::ustring& plain, const basekit::ustring& details,
                                    const basekit::ustring& caption) {
     Show(MessageBoxRequest{owner, plain, caption, MB_OK | MB_ICONERROR, details});

@@ -17,6 +17,9 @@ public:
     // happened, what to check) leads and its own message is under Details; an exception without
     // a plain sentence shows its message alone.
     static void ReportError(QWidget* owner, const basekit::CStdException& e);
+    // The same for the exception being handled, whatever was thrown (call inside a catch block):
+    // the boundaries where nothing may escape (event dispatch, job ends, launchers) use it.
+    static void ReportCurrentError(QWidget* owner);
     // An error box with a plain sentence and the technical text under Details.
     static void ShowError(QWidget* owner, const basekit::ustring& plain, const basekit::ustring& details,
                           const basekit::ustring& caption = {});

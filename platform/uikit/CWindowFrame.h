@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "platform/basekit/CWindowMessage.h"
+#include "platform/uikit/CMessageBoxService.h"
 
 namespace uikit {
 
@@ -76,7 +77,13 @@ protected:
         // A message queued before the window ended is dropped like one posted after.
         if (m_destroyed) return true;
         const auto* m = static_cast<const basekit::CWindowMessageEvent*>(e);
-        OnWindowMessage(m->Message(), m->WParam(), m->LParam());
+        // Nothing a window's code throws may reach Qt's event loop, which cannot carry it: the
+        // user sees it and the window goes on.
+        try {
+            OnWindowMessage(m->Message(), m->WParam(), m->LParam());
+        } catch (...) {
+            CMessageBoxService::ReportCurrentError(this);
+        }
         return true;
     }
 
@@ -89,6 +96,8 @@ private:
             f();
         } catch (const std::exception& e) {
             qWarning("uikit: window clean-up failed: %s", e.what());
+        } catch (...) {
+            qWarning("uikit: window clean-up failed");
         }
     }
 

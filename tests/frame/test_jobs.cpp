@@ -5,8 +5,10 @@
 
 #include <QTimer>
 #include <optional>
+#include <stdexcept>
 
 #include "fenklib/frame/CFenkDialog.h"
+#include "fenklib/frame/LauncherConvention.h"
 #include "platform/uikit/CMessageBoxResponder.h"
 #include "support/EventTrigger.h"
 #include "support/ScriptedReceiver.h"
@@ -21,13 +23,23 @@ public:
     explicit CJobDlg(CSmartPtr<CScriptedReceiver> rx) : CFenkDialog(CSmartPtr<devio::IReceiver>(rx.Get()), 0, nullptr, L"CJobDlg") {}
     ~CJobDlg() override { DestroyWindow(); }
     void UpdateControls() override { ++updates; }
+    void OnReceiverNotice(std::uintptr_t, std::intptr_t) override {
+        if (noticeThrows) throw std::runtime_error("notice handler broke");
+    }
     int updates = 0;
+    bool noticeThrows = false;
 };
+
+bool AnyBoxSays(const uikit::CMessageBoxResponder& boxes, const std::wstring& part) {
+    for (const auto& box : boxes.Requests())
+        if (box.text.find(part) != std::wstring::npos || box.details.find(part) != std::wstring::npos) return true;
+    return false;
+}
 
 CSmartPtr<CScriptedReceiver> NewReceiver() { return CSmartPtr<CScriptedReceiver>(new CScriptedReceiver()); }
 
 // Runs `start` once the dialog is up and idle, and closes it when it is next idle.
-void RunJobIn(CJobDlg& dlg, const std::function<void()>& start) {
+int RunJobIn(CJobDlg& dlg, const std::function<void()>& start) {
     bool started = false;
     const fenktest::CIdleTrigger idle(&dlg, [&] {
         if (started) return dlg.EndDialog(1);
@@ -35,7 +47,7 @@ void RunJobIn(CJobDlg& dlg, const std::function<void()>& start) {
         start();
     });
     fenktest::EndAfterMinute(&dlg, [&] { dlg.EndDialog(2); });
-    dlg.DoModal();
+    return dlg.DoModal();
 }
 
 TEST(Jobs, ResultsArriveInOrderAndTheEndComesLast) {
@@ -114,6 +126,65 @@ TEST(Jobs, FailuresAreShownWithTheirTextAndTheWindowStays) {
     ASSERT_EQ(boxes.Requests().size(), 2u) << "one box from the job, one from the boundary";
     for (const auto& box : boxes.Requests()) EXPECT_NE(box.details.find(L"wrong 1st parameter"), std::wstring::npos);
     EXPECT_TRUE(dlg.property("fenkIdle").toBool());
+}
+
+// Nothing a job or a handler throws escapes: whatever it is, the window shows it and goes on.
+TEST(Jobs, AnyExceptionEndsTheJobAsFailedWithItsBox) {
+    struct ROW {
+        const char* legend;
+        std::function<void()> raise;
+        const wchar_t* shown;   // part of the box's text or details
+    };
+    const ROW rows[] = {
+        {"a standard exception keeps its text", [] { throw std::runtime_error("disk on fire"); }, L"disk on fire"},
+        {"anything else is an internal error", [] { throw 7; }, L"internal error"},
+    };
+    for (const ROW& row : rows) {
+        CJobDlg dlg(NewReceiver());
+        const uikit::CMessageBoxResponder boxes;
+        std::optional<JobOutcome> outcome;
+        RunJobIn(dlg, [&] {
+            dlg.RunJob([&row](CJobContext&) { row.raise(); }, [&](const JOB_RESULT<void>& r) { outcome = r.outcome; });
+        });
+        EXPECT_EQ(outcome, JobOutcome::Failed) << row.legend;
+        EXPECT_EQ(boxes.Requests().size(), 1u) << row.legend;
+        EXPECT_TRUE(AnyBoxSays(boxes, row.shown)) << row.legend;
+        EXPECT_FALSE(dlg.IsBusy()) << row.legend;
+        EXPECT_TRUE(dlg.property("fenkIdle").toBool()) << row.legend;
+    }
+}
+
+TEST(Jobs, AThrowingHandlerIsShownAndTheWindowRunsOn) {
+    CJobDlg dlg(NewReceiver());
+    dlg.noticeThrows = true;
+    const uikit::CMessageBoxResponder boxes;
+    bool ended = false;
+    const int result = RunJobIn(dlg, [&] {
+        basekit::PostWindowMessage(dlg.GetSafeHwnd(), WM_FENK_RECEIVER_EVENT7);
+        dlg.RunJob(
+            [](CJobContext& job) { job.Deliver([] { throw std::logic_error("delivery broke"); }); },
+            [&](const JOB_RESULT<void>& r) { ended = r.Ok(); });
+    });
+    EXPECT_EQ(result, 1) << "the run went on to its own end";
+    EXPECT_TRUE(AnyBoxSays(boxes, L"notice handler broke"));
+    EXPECT_TRUE(AnyBoxSays(boxes, L"delivery broke"));
+    EXPECT_TRUE(ended) << "a throwing delivery does not swallow the job's end";
+    EXPECT_FALSE(dlg.IsBusy());
+}
+
+// A host cannot handle what a launcher throws: the launcher shows it and returns its failure.
+class CUnbuildableDlg {
+public:
+    explicit CUnbuildableDlg(int) { throw std::runtime_error("no such layout"); }
+    int DoModal() { return 1; }
+};
+
+TEST(Launchers, AWindowThatCannotBeBuiltGivesTheFailureResult) {
+    const uikit::CMessageBoxResponder boxes;
+    EXPECT_EQ(RunLauncher<CUnbuildableDlg>(0), kLauncherFailed);
+    EXPECT_EQ(kLauncherFailed, 3);
+    ASSERT_EQ(boxes.Requests().size(), 1u);
+    EXPECT_TRUE(AnyBoxSays(boxes, L"no such layout"));
 }
 
 }  // namespace
