@@ -26,6 +26,10 @@ void CResizablePropertyPage::SetModified(bool modified) {
     if (m_sheet) m_sheet->UpdateApplyButton();
 }
 
+void CResizablePropertyPage::ApplyEnded(bool applied) {
+    if (m_sheet) m_sheet->PageApplyEnded(this, applied);
+}
+
 void CResizablePropertyPage::EnsureInitialised() {
     if (IsWindowCreated()) return;
     CreateWindowLife();

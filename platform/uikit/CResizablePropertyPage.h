@@ -33,6 +33,13 @@ public:
     void SetModified(bool modified = true);
     bool IsModified() const { return m_modified; }
 
+    // A page whose write runs in the background calls ApplyLater() inside OnApply() and returns
+    // true: the sheet waits, with OK and Apply disabled, until the page reports the write's end
+    // with ApplyEnded(). Applied, the sheet goes on with the next page and closes (OK) or
+    // finishes Apply; not applied, it stays open on this page with what the user entered.
+    void ApplyLater() { m_applyLater = true; }
+    void ApplyEnded(bool applied);
+
     virtual bool OnSetActive() { return true; }
     virtual bool OnKillActive() { return true; }
     virtual bool OnApply() { return true; }
@@ -48,6 +55,7 @@ private:
     basekit::ustring m_title;
     CResizablePropertySheet* m_sheet = nullptr;
     bool m_modified = false;
+    bool m_applyLater = false;
 };
 
 }  // namespace uikit

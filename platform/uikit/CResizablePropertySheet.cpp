@@ -113,27 +113,92 @@ int CResizablePropertySheet::DoModal() {
 
 void CResizablePropertySheet::EndDialog(int result) { m_modal.End(*this, result); }
 
-bool CResizablePropertySheet::ApplyNow() {
-    if (!ApplyPages()) return false;
-    for (CResizablePropertyPage* page : m_pages) page->m_modified = false;
-    UpdateApplyButton();
-    return true;
-}
+bool CResizablePropertySheet::ApplyNow() { return StartApply(false) != ApplyStep::Refused; }
 
-void CResizablePropertySheet::accept() {
-    if (!ApplyNow()) return;
-    ForEachInitialisedPage([](CResizablePropertyPage* page) { page->OnOK(); });
-    done(IDOK);
-}
+void CResizablePropertySheet::accept() { StartApply(true); }
 
 void CResizablePropertySheet::reject() {
+    SetApplying(nullptr);
     ForEachInitialisedPage([](CResizablePropertyPage* page) { page->OnCancel(); });
     done(IDCANCEL);
 }
 
 void CResizablePropertySheet::done(int result) {
+    SetApplying(nullptr);
     m_modal.KeepPlacement(*this);
     QDialog::done(result);
+}
+
+CResizablePropertySheet::ApplyStep CResizablePropertySheet::StartApply(bool thenClose) {
+    if (m_waitingFor) return ApplyStep::Waiting;   // the running sequence ends first
+    m_closeAfterApply = thenClose;
+    if (m_activePage && !m_activePage->OnKillActive()) {
+        m_lastApplyOk = false;
+        return ApplyStep::Refused;
+    }
+    const ApplyStep step = ApplyFrom(0);
+    if (step != ApplyStep::Waiting) FinishApply(step == ApplyStep::Applied);
+    return step;
+}
+
+CResizablePropertySheet::ApplyStep CResizablePropertySheet::ApplyFrom(size_t first) {
+    for (size_t i = first; i < m_pages.size(); ++i) {
+        CResizablePropertyPage* page = m_pages[i];
+        if (!page->IsWindowCreated()) continue;
+        page->m_applyLater = false;
+        if (!page->OnApply()) {
+            page->m_applyLater = false;
+            ShowRefusingPage(page);
+            return ApplyStep::Refused;
+        }
+        if (page->m_applyLater) {
+            page->m_applyLater = false;
+            m_resumeAt = i + 1;
+            SetApplying(page);
+            return ApplyStep::Waiting;
+        }
+    }
+    return ApplyStep::Applied;
+}
+
+void CResizablePropertySheet::PageApplyEnded(CResizablePropertyPage* page, bool applied) {
+    if (page != m_waitingFor) return;
+    SetApplying(nullptr);
+    if (!applied) {
+        ShowRefusingPage(page);
+        return FinishApply(false);
+    }
+    const ApplyStep step = ApplyFrom(m_resumeAt);
+    if (step != ApplyStep::Waiting) FinishApply(step == ApplyStep::Applied);
+}
+
+// The page that refused is shown, so the user sees what to correct.
+void CResizablePropertySheet::ShowRefusingPage(CResizablePropertyPage* page) {
+    if (page == m_activePage) return;
+    m_activePage = page;
+    ShowTabOf(page);
+    page->OnSetActive();
+}
+
+void CResizablePropertySheet::FinishApply(bool applied) {
+    m_lastApplyOk = applied;
+    if (!applied) return;
+    for (CResizablePropertyPage* page : m_pages) page->m_modified = false;
+    UpdateApplyButton();
+    if (!m_closeAfterApply) return;
+    ForEachInitialisedPage([](CResizablePropertyPage* page) { page->OnOK(); });
+    done(IDOK);
+}
+
+void CResizablePropertySheet::SetApplying(CResizablePropertyPage* page) {
+    if (!page && !m_waitingFor) return;   // the buttons are the pages' own outside a sequence
+    m_waitingFor = page;
+    if (QPushButton* ok = GetButton(IDOK)) ok->setEnabled(!page);
+    if (page) {
+        if (QPushButton* apply = GetButton(ID_APPLY_NOW)) apply->setEnabled(false);
+    } else {
+        UpdateApplyButton();
+    }
 }
 
 QSize CResizablePropertySheet::sizeHint() const {
@@ -154,6 +219,7 @@ void CResizablePropertySheet::OnFrameDestroyed() {
 void CResizablePropertySheet::ForgetPage(CResizablePropertyPage* page) {
     const auto it = std::find(m_pages.begin(), m_pages.end(), page);
     if (it == m_pages.end()) return;
+    if (m_waitingFor == page) SetApplying(nullptr);
     m_pages.erase(it);
     if (m_activePage == page) m_activePage = nullptr;
     m_switching = true;
@@ -201,21 +267,6 @@ void CResizablePropertySheet::ActivateStartPage() {
     if (!first || m_activePage) return;
     ShowTabOf(first);
     SwitchTo(first);
-}
-
-bool CResizablePropertySheet::ApplyPages() {
-    if (m_activePage && !m_activePage->OnKillActive()) return false;
-    for (CResizablePropertyPage* page : m_pages) {
-        if (!page->IsWindowCreated() || page->OnApply()) continue;
-        // The page that refused is shown, so the user sees what to correct.
-        if (page != m_activePage) {
-            m_activePage = page;
-            ShowTabOf(page);
-            page->OnSetActive();
-        }
-        return false;
-    }
-    return true;
 }
 
 template <typename F>

@@ -23,6 +23,8 @@ class CResizablePropertyPage;
 // current page OnKillActive(), then OnApply() of every initialised page in order (the first
 // false stops and shows that page), then OnOK() of each, and ends with IDOK. Apply does the
 // same without OnOK() and without closing; it is enabled while a page is marked modified.
+// A page whose write runs in the background (ApplyLater) holds the sequence until its write
+// has ended; meanwhile OK and Apply are disabled and Cancel still closes the sheet.
 // Cancel (also Escape and the window frame) calls OnCancel() of each initialised page and
 // ends with IDCANCEL; a sheet that must confirm closing overrides reject().
 //
@@ -59,8 +61,13 @@ public:
     // Ends the modal run with result; during initialisation the sheet then never shows.
     void EndDialog(int result);
     bool IsModalRunning() const { return m_modal.IsRunning(); }
-    // The Apply button's work; true when every page applied.
+    // The Apply button's work; false when a page refused at once. A page writing in the
+    // background leaves the outcome to IsApplying() and LastApplySucceeded().
     bool ApplyNow();
+    // A page's background write holds OK or Apply.
+    bool IsApplying() const { return m_waitingFor != nullptr; }
+    // How the last OK or Apply that has come to an end ended.
+    bool LastApplySucceeded() const { return m_lastApplyOk; }
 
     void accept() override;
     void reject() override;
@@ -77,12 +84,18 @@ private:
     friend class CResizablePropertyPage;
     void ForgetPage(CResizablePropertyPage* page);
     void UpdateApplyButton();
+    void PageApplyEnded(CResizablePropertyPage* page, bool applied);
 
     void OnTabChanged(int index);
     bool SwitchTo(CResizablePropertyPage* next);
     void ShowTabOf(CResizablePropertyPage* page);
     void ActivateStartPage();
-    bool ApplyPages();
+    enum class ApplyStep { Applied, Refused, Waiting };
+    ApplyStep StartApply(bool thenClose);
+    ApplyStep ApplyFrom(size_t first);
+    void ShowRefusingPage(CResizablePropertyPage* page);
+    void FinishApply(bool applied);
+    void SetApplying(CResizablePropertyPage* page);
     template <typename F>
     void ForEachInitialisedPage(F&& f);
 
@@ -93,6 +106,10 @@ private:
     CResizablePropertyPage* m_activePage = nullptr;
     int m_startPage = 0;
     bool m_switching = false;
+    CResizablePropertyPage* m_waitingFor = nullptr;   // the page whose background write runs
+    size_t m_resumeAt = 0;                             // the page after it
+    bool m_closeAfterApply = false;                    // OK, not Apply, started the sequence
+    bool m_lastApplyOk = false;
 };
 
 }  // namespace uikit

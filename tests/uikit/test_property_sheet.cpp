@@ -27,6 +27,7 @@ public:
 
     bool refuseLeave = false;
     bool refuseApply = false;
+    bool applyLater = false;   // the write runs in the background: the script ends it
     int endSheetOnInit = 0;
     QPointer<QLineEdit> edit;   // null in OnDestroy would mean controls died first
 
@@ -38,7 +39,11 @@ public:
     }
     bool OnSetActive() override { Log("set"); return true; }
     bool OnKillActive() override { Log("kill"); return !refuseLeave; }
-    bool OnApply() override { Log("apply=" + edit->text().toStdString()); return !refuseApply; }
+    bool OnApply() override {
+        Log("apply=" + edit->text().toStdString());
+        if (applyLater) ApplyLater();
+        return !refuseApply;
+    }
     void OnOK() override { Log("ok"); }
     void OnCancel() override { Log("cancel"); }
     void OnDestroy() override { Log(edit ? "destroy" : "destroy-without-controls"); }
@@ -136,6 +141,45 @@ TEST(PropertySheet, PagesHearTheProtocolInOrder) {
           "b:kill", "a:apply=",   // a refuses: b is not applied, nobody gets OnOK
           "a:set",                // a is shown again
           "sheet:destroy", "a:destroy", "b:destroy"}},
+        {"OK waits for a write in the background and closes when it worked",
+         [](ProbeSheet& sheet) {
+             sheet.ClickTab(1);
+             sheet.a.applyLater = true;
+             sheet.Ok()->click();
+             EXPECT_TRUE(sheet.IsApplying());
+             EXPECT_FALSE(sheet.Ok()->isEnabled()) << "a second OK while the first one's write runs";
+             EXPECT_TRUE(sheet.Cancel()->isEnabled());
+             EXPECT_TRUE(sheet.IsModalRunning());
+             sheet.a.ApplyEnded(true);
+         },
+         IDOK,
+         {"a:init", "a:set", "a:kill", "b:init", "b:set",
+          "b:kill", "a:apply=",       // a's write runs: b waits for its end
+          "b:apply=", "a:ok", "b:ok",
+          "sheet:destroy", "a:destroy", "b:destroy"}},
+        {"a failed background write keeps the sheet on its page with the user's values",
+         [](ProbeSheet& sheet) {
+             sheet.ClickTab(1);
+             sheet.a.applyLater = true;
+             sheet.a.edit->setText(QStringLiteral("typed"));
+             sheet.a.SetModified(true);
+             EXPECT_TRUE(sheet.ApplyNow()) << "nothing refused yet";
+             sheet.a.ApplyEnded(false);
+             EXPECT_FALSE(sheet.IsApplying());
+             EXPECT_FALSE(sheet.LastApplySucceeded());
+             EXPECT_EQ(sheet.GetActivePage(), &sheet.a);
+             EXPECT_EQ(sheet.a.edit->text(), QStringLiteral("typed"));
+             EXPECT_TRUE(sheet.Apply()->isEnabled()) << "the change is still pending";
+             EXPECT_TRUE(sheet.Ok()->isEnabled());
+             sheet.b.ApplyEnded(true);   // not the page being waited for: ignored
+             EXPECT_TRUE(sheet.IsModalRunning());
+             sheet.Cancel()->click();
+         },
+         IDCANCEL,
+         {"a:init", "a:set", "a:kill", "b:init", "b:set",
+          "b:kill", "a:apply=typed",   // b never applies: a's write failed
+          "a:set",                     // a is shown again
+          "a:cancel", "b:cancel", "sheet:destroy", "a:destroy", "b:destroy"}},
         {"a page ending the sheet during initialisation shows nothing", nullptr, 3,
          {"a:init", "a:set", "sheet:destroy", "a:destroy"}},
     };
