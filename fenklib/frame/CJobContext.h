@@ -12,7 +12,8 @@
 struct JOB_PROGRESS {
     std::uint64_t done = 0;
     std::uint64_t total = 0;
-    basekit::ustring step;   // what is being done now, for the progress text
+    basekit::ustring step;        // what is being done now, for the progress text
+    double bytesPerSecond = 0;    // a transfer's mean rate so far; 0 for other jobs
 };
 
 enum class JobOutcome { Done, Stopped, Failed };
@@ -50,10 +51,14 @@ public:
         return *m_mate;
     }
     bool IsStopping() const { return m_stop.IsSet(); }
+    // For work that waits on other events as well (a file transfer): set when the job must end.
+    const basekit::CEvent& StopEvent() const { return m_stop; }
+    const basekit::CSmartPtr<devio::IReceiver>& Receiver() const { return m_receiver; }
     // Only the latest report reaches the window; reports cost nothing when nobody shows them.
     void Progress(std::uint64_t done, std::uint64_t total, basekit::ustring step = {}) const {
         m_progress(JOB_PROGRESS{done, total, std::move(step)});
     }
+    void Progress(JOB_PROGRESS progress) const { m_progress(std::move(progress)); }
     // onUi(value) runs on the user-interface thread, after everything handed over before it.
     template <typename T, typename F>
     void Deliver(T value, F onUi) const {
