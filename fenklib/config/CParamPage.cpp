@@ -39,9 +39,11 @@ bool CParamPage::OnApply() {
     if (!m_shown) return true;   // never read: nothing of this page is written
     const auto now = m_fields.Collect(m_controls);
     if (!now) return false;
-    if (!WithReceiver([&](devio::CVokReceiverMate& mate) { m_fields.WriteChanged(mate, *m_shown, *now); })) return false;
-    m_shown = now;
-    SetModified(false);
+    ApplyAsJob([this, was = *m_shown, now = *now](CJobContext& job) { m_fields.WriteChanged(job.Mate(), was, now); },
+               [this, now] {
+                   m_shown = now;
+                   SetModified(false);
+               });
     return true;
 }
 

@@ -104,7 +104,8 @@ bool CPositioningPdPP::OnResetSolution() {
     if (uikit::CMessageBoxService::Show(this, LoadResString(IDS_CONFIRM_PD_RESET), LoadResString(IDS_POSITIONING),
                                         uikit::MB_YESNO | uikit::MB_ICONQUESTION) != uikit::IDYES)
         return false;
-    return WithReceiver([](devio::CVokReceiverMate& mate) { mate.Do(par::PosPdReset); });
+    RunJob([](CJobContext& job) { job.Mate().Do(par::PosPdReset); }, [](const JOB_RESULT<void>&) {});
+    return true;
 }
 
 void CPositioningPdPP::UpdateOwnControls(bool usable) { m_controls.Item(IDC_PD_RESET)->setEnabled(usable); }

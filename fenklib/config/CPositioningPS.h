@@ -7,7 +7,7 @@
 class CPositioningPdPP : public CParamPage {
 public:
     explicit CPositioningPdPP(basekit::CSmartPtr<devio::IReceiver> receiver);
-    // Asks, then resets the solution; false when the user said no or the receiver refused.
+    // Asks, then resets the solution as a job of the page; false when the user said no.
     bool OnResetSolution();
 
 protected:

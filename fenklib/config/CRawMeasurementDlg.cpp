@@ -91,7 +91,7 @@ std::optional<RAW_SETTINGS> CRawMeasurementDlg::Shown() const {
 void CRawMeasurementDlg::accept() {
     const auto now = Shown();
     if (!now) return;
-    if (WithReceiver([&](devio::CVokReceiverMate& mate) { WriteRaw(mate, *m_read, *now); })) CFenkDialog::accept();
+    AcceptAsJob([was = *m_read, now = *now](CJobContext& job) { WriteRaw(job.Mate(), was, now); });
 }
 
 bool CRawMeasurementDlg::IsOkEnabled() const { return m_controls.Get<QPushButton>(IDOK_BUTTON)->isEnabled(); }

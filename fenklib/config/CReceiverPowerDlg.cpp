@@ -132,7 +132,7 @@ void CReceiverPowerDlg::accept() {
     if (!m_shown) return;
     const auto now = m_settings.Collect(m_controls);
     if (!now) return;
-    if (WithReceiver([&](devio::CVokReceiverMate& mate) { m_settings.WriteChanged(mate, *m_shown, *now); })) CFenkDialog::accept();
+    AcceptAsJob([this, was = *m_shown, now = *now](CJobContext& job) { m_settings.WriteChanged(job.Mate(), was, now); });
 }
 
 void CReceiverPowerDlg::UpdateControls() {

@@ -7,8 +7,7 @@
 
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
-#include "fenklib/receiver/CReceiverFileReader.h"
-#include "fenklib/receiver/CReceiverFileWriter.h"
+#include "fenklib/frame/TransferJob.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
 #include "platform/uikit/CMessageBoxService.h"
@@ -32,7 +31,6 @@ constexpr DLG_ITEM kItems[] = {
 };
 constexpr DLG_TEMPLATE kLayout{IDD_COPY_FILE, 240, 100, kItems};
 
-constexpr unsigned kPollMs = 100;      // how often a running copy reports to the window
 constexpr int kBarSteps = 1000;        // the bar counts in thousandths: files pass 2 GB
 
 ustring TimeText(double seconds) {
@@ -76,33 +74,17 @@ void CCopyFileDlg::ShowItem(int index) {
         ustring::Format(LoadResString(IDS_COPY_FILE_N_OF_M).c_str(), index + 1, static_cast<int>(m_items.size())).ToQString());
 }
 
-// The files go one after another on the window's worker; each is copied by the copier's own
-// thread while the worker reports its progress and passes a cancel on to it.
+// The files go one after another as one transfer job of the window; Cancel stops it.
 void CCopyFileDlg::StartCopy() {
-    m_clock.start();
     std::uint64_t known = 0;
     for (const COPY_ITEM& item : m_items) known += item.size;
     RunJob(
         [this, items = m_items, known, up = !m_fromReceiver](CJobContext& job) {
-            // An uploader is a copier the other way round: Start(local source, receiver target).
-            const auto copier = up ? devio::CReceiverFileWriter::CreateUploader(GetReceiver())
-                                   : devio::CReceiverFileReader::CreateCopier(GetReceiver());
-            std::uint64_t before = 0;
+            CTransfer transfer(job, known);
             for (size_t i = 0; i < items.size(); ++i) {
                 job.Deliver(static_cast<int>(i), [this](int index) { ShowItem(index); });
-                copier->Start(items[i].source, items[i].target);
-                while (copier->DoneEvent().Wait(kPollMs).kind != basekit::WaitResult::Signalled) {
-                    if (job.IsStopping()) copier->Cancel();
-                    const devio::COPY_PROGRESS p = copier->Progress();
-                    job.Progress(before + p.done, known ? known : p.total);
-                }
-                if (copier->Error() == basekit::kErrorCancelled || job.IsStopping()) return;
-                if (copier->Error() != 0)
-                    throw basekit::CWinException("CopyFileDlg", __LINE__, items[i].source + L": " + copier->ErrorText(),
-                                                 copier->Error());
-                const devio::COPY_PROGRESS p = copier->Progress();
-                before += p.done;
-                job.Progress(before, known ? known : p.total);
+                if (up) transfer.Upload(items[i].source, items[i].target);
+                else transfer.Download(items[i].source, items[i].target);
             }
         },
         [this](const JOB_RESULT<void>& r) { EndDialog(r.Ok() ? 1 : 2); },
@@ -112,9 +94,8 @@ void CCopyFileDlg::StartCopy() {
 void CCopyFileDlg::ShowProgress(const JOB_PROGRESS& p) {
     auto* bar = m_controls.Get<QProgressBar>(IDC_PROGRESS);
     if (p.total) bar->setValue(static_cast<int>(static_cast<double>(p.done) / static_cast<double>(p.total) * kBarSteps));
-    const double seconds = static_cast<double>(m_clock.elapsed()) / 1000.0;
-    if (seconds <= 0 || p.done == 0) return;
-    const double speed = static_cast<double>(p.done) / seconds;
+    const double speed = p.bytesPerSecond;
+    if (speed <= 0 || p.done == 0) return;
     const QLocale locale;   // shown to a person: the user's own locale
     m_controls.Get<QLabel>(IDC_SPEED)->setText(
         ustring::Format(LoadResString(IDS_COPY_SPEED).c_str(), ustring::FromQString(locale.formattedDataSize(static_cast<qint64>(speed))))

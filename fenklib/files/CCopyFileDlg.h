@@ -1,5 +1,4 @@
 #pragma once
-#include <QElapsedTimer>
 #include <vector>
 
 #include "fenklib/frame/CDialogControls.h"
@@ -41,5 +40,4 @@ private:
     CDialogControls m_controls;
     std::vector<COPY_ITEM> m_items;
     bool m_fromReceiver = true;
-    QElapsedTimer m_clock;
 };

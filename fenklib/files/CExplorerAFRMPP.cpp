@@ -82,30 +82,37 @@ bool CExplorerAFRMPP::OnInitDialog() {
 }
 
 bool CExplorerAFRMPP::OnSetActive() {
-    if (!m_read) ReadReceiver();
+    if (!m_read && !m_reading) ReadReceiver();
+    // A counter that stopped on a failure is tried again when the user comes back to it.
+    if (IsWindowCreated() && !m_timer.isActive()) m_timer.start();
     return CFenkPropertyPage::OnSetActive();
 }
 
 void CExplorerAFRMPP::ReadReceiver() {
-    bool enabled = false, removeOld = false;
-    int period = 0, phase = 0, counter = 0;
-    const bool ok = WithReceiver([&](devio::CVokReceiverMate& mate) {
-        enabled = mate.Get(par::LogRotMode);
-        removeOld = mate.Get(par::LogRotRmold);
-        period = mate.Get(par::LogRotScPeriod);
-        phase = mate.Get(par::LogRotScPhase);
-        counter = mate.Get(par::LogRotScCount);
-    });
-    if (ok) {
-        m_enabled = enabled;
-        m_removeOld = removeOld;
-        m_period = period;
-        m_phase = phase;
-        m_counter = counter;
-        ShowValues();
-        m_read = true;
-    }
-    UpdateControls();
+    m_reading = true;
+    m_polling = false;
+    RunJob(
+        [](CJobContext& job) {
+            devio::CVokReceiverMate& mate = job.Mate();
+            VALUES r;
+            r.enabled = mate.Get(par::LogRotMode);
+            r.removeOld = mate.Get(par::LogRotRmold);
+            r.period = mate.Get(par::LogRotScPeriod);
+            r.phase = mate.Get(par::LogRotScPhase);
+            r.counter = mate.Get(par::LogRotScCount);
+            return r;
+        },
+        [this](const JOB_RESULT<VALUES>& r) {
+            m_reading = false;
+            if (!r.Ok()) return;
+            m_enabled = r.value->enabled;
+            m_removeOld = r.value->removeOld;
+            m_period = r.value->period;
+            m_phase = r.value->phase;
+            m_counter = r.value->counter;
+            ShowValues();
+            m_read = true;
+        });
 }
 
 void CExplorerAFRMPP::ShowValues() {
@@ -117,12 +124,15 @@ void CExplorerAFRMPP::ShowValues() {
     m_controls.Get<QLineEdit>(IDC_COUNTER)->setText(QString::number(m_counter));
 }
 
-bool CExplorerAFRMPP::TakeValues() {
-    m_enabled = m_controls.Get<QCheckBox>(IDC_ENABLE)->isChecked();
-    m_removeOld = m_controls.Get<QCheckBox>(IDC_REMOVE_OLD)->isChecked();
-    return ValidateRange(this, m_controls.Get<QLineEdit>(IDC_PERIOD), kPeriodMin, kPeriodMax, m_period) &&
-           ValidateRange(this, m_controls.Get<QLineEdit>(IDC_PHASE), kPhaseMin, kPhaseMax, m_phase) &&
-           ValidateRange(this, m_controls.Get<QLineEdit>(IDC_COUNTER), kCounterMin, kCounterMax, m_counter);
+std::optional<CExplorerAFRMPP::VALUES> CExplorerAFRMPP::TakeValues() {
+    VALUES v;
+    v.enabled = m_controls.Get<QCheckBox>(IDC_ENABLE)->isChecked();
+    v.removeOld = m_controls.Get<QCheckBox>(IDC_REMOVE_OLD)->isChecked();
+    if (ValidateRange(this, m_controls.Get<QLineEdit>(IDC_PERIOD), kPeriodMin, kPeriodMax, v.period) &&
+        ValidateRange(this, m_controls.Get<QLineEdit>(IDC_PHASE), kPhaseMin, kPhaseMax, v.phase) &&
+        ValidateRange(this, m_controls.Get<QLineEdit>(IDC_COUNTER), kCounterMin, kCounterMax, v.counter))
+        return v;
+    return std::nullopt;
 }
 
 void CExplorerAFRMPP::OnEnableClicked() {
@@ -132,33 +142,58 @@ void CExplorerAFRMPP::OnEnableClicked() {
     UpdateControls();
 }
 
+// The counter's poll does not grey the page every second; a reading, a write or a forced
+// rotation does.
 void CExplorerAFRMPP::UpdateControls() {
+    const bool working = IsBusy() && !m_polling;
     for (const unsigned id : {IDC_REMOVE_OLD, IDC_PERIOD, IDC_PHASE, IDC_COUNTER, IDC_RUNNING_COUNTER, IDC_FORCE})
-        m_controls.Item(id)->setEnabled(m_enabled);
+        m_controls.Item(id)->setEnabled(m_enabled && !working);
+    m_controls.Item(IDC_ENABLE)->setEnabled(!working);
 }
 
 // Every value is written on every Apply, changed or not: the receiver may have been changed
-// from elsewhere since the page read it.
+// from elsewhere since the page read it. Values that fail their range stay in the edits as
+// typed, with the range message.
 bool CExplorerAFRMPP::OnApply() {
-    if (!TakeValues()) return false;
-    return WithReceiver([&](devio::CVokReceiverMate& mate) {
-        mate.Set(par::LogRotMode, m_enabled);
-        mate.Set(par::LogRotRmold, m_removeOld);
-        mate.Set(par::LogRotScPeriod, m_period);
-        mate.Set(par::LogRotScPhase, m_phase);
-        mate.Set(par::LogRotScCount, m_counter);
-    });
+    if (m_reading) return false;   // the controls do not hold the receiver's values yet
+    const std::optional<VALUES> v = TakeValues();
+    if (!v) return false;
+    m_polling = false;
+    ApplyAsJob(
+        [v = *v](CJobContext& job) {
+            devio::CVokReceiverMate& mate = job.Mate();
+            mate.Set(par::LogRotMode, v.enabled);
+            mate.Set(par::LogRotRmold, v.removeOld);
+            mate.Set(par::LogRotScPeriod, v.period);
+            mate.Set(par::LogRotScPhase, v.phase);
+            mate.Set(par::LogRotScCount, v.counter);
+        },
+        [this, v = *v] {
+            m_enabled = v.enabled;
+            m_removeOld = v.removeOld;
+            m_period = v.period;
+            m_phase = v.phase;
+            m_counter = v.counter;
+        });
+    return true;
 }
 
 void CExplorerAFRMPP::OnForceRotation() {
-    WithReceiver([](devio::CVokReceiverMate& mate) { mate.Do(par::LogRotForce); });
+    m_polling = false;
+    RunJob([](CJobContext& job) { job.Mate().Do(par::LogRotForce); }, [](const JOB_RESULT<void>&) {});
 }
 
+// A tick polls only when nothing else runs: a write or a reading in progress says more than the
+// counter would.
 void CExplorerAFRMPP::OnTimerTick() {
-    if (m_inTick || !GetSheet() || GetSheet()->GetActivePage() != this) return;
-    m_inTick = true;
-    int count = 0;
-    if (WithReceiver([&](devio::CVokReceiverMate& mate) { count = mate.Get(par::LogRotCount); }))
-        m_controls.Get<QLineEdit>(IDC_RUNNING_COUNTER)->setText(QString::number(count));
-    m_inTick = false;
+    if (!m_timer.isActive() || IsBusy() || !GetSheet() || GetSheet()->GetActivePage() != this) return;
+    m_polling = true;
+    RunJob([](CJobContext& job) { return static_cast<int>(job.Mate().Get(par::LogRotCount)); },
+           [this](const JOB_RESULT<int>& r) {
+               m_polling = false;
+               if (r.Ok()) return m_controls.Get<QLineEdit>(IDC_RUNNING_COUNTER)->setText(QString::number(*r.value));
+               // A dead link would fail every second: its one box is shown, and the counter rests
+               // until the page is shown again.
+               if (r.outcome == JobOutcome::Failed) m_timer.stop();
+           });
 }

@@ -1,5 +1,6 @@
 #pragma once
 #include <QTimer>
+#include <optional>
 
 #include "fenklib/frame/CDialogControls.h"
 #include "fenklib/frame/CFenkPropertyPage.h"
@@ -7,7 +8,9 @@
 // The file explorer's automatic file rotation page ("AFRM"): whether and on which schedule the
 // receiver starts a new log file, how many it keeps and whether old ones go; the receiver's
 // running rotation counter, live; and a button that rotates at once. The receiver is read on
-// the first activation only and written, all five values, on every Apply.
+// the first activation only and written, all five values, on every Apply. Every exchange runs as
+// a job of the page: the counter's one-second poll stops after a failure (one box, not one a
+// second) and starts again when the page is shown again.
 class CExplorerAFRMPP : public CFenkPropertyPage {
 public:
     enum : unsigned {
@@ -40,11 +43,18 @@ public:
     bool IsTimerRunning() const { return m_timer.isActive(); }
 
 private:
+    struct VALUES {
+        bool enabled = false;
+        bool removeOld = false;
+        int period = 0;
+        int phase = 0;
+        int counter = 0;
+    };
+
     void ReadReceiver();
     void ShowValues();
-    // Takes the controls' values into the members; false (and the range message) when a
-    // number lies outside its range.
-    bool TakeValues();
+    // The controls' values; none (and the range message) when a number lies outside its range.
+    std::optional<VALUES> TakeValues();
 
     CDialogControls m_controls;
     QTimer m_timer;
@@ -54,5 +64,6 @@ private:
     int m_phase = 0;
     int m_counter = 0;
     bool m_read = false;
-    bool m_inTick = false;   // an error box of a tick must not let further ticks stack boxes
+    bool m_reading = false;
+    bool m_polling = false;   // the running job is the counter's poll
 };

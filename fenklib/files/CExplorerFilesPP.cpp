@@ -190,21 +190,26 @@ void CExplorerFilesPP::OnDelete() {
     const ustring question =
         ustring::Format(LoadResString(IDS_CONFIRM_DELETE_FILES).c_str(), static_cast<int>(files.size()), names);
     if (uikit::CMessageBoxService::Show(this, question, {}, uikit::MB_YESNO | uikit::MB_ICONQUESTION) != uikit::IDYES) return;
-    WithReceiver([&](devio::CVokReceiverMate& mate) {
-        for (const auto& file : files) mate.RemoveItem(L"/log/" + file.name);
+    ChangeThenRefresh([files](CJobContext& job) {
+        for (const auto& file : files) job.Mate().RemoveItem(L"/log/" + file.name);
     });
-    OnRefresh();
 }
 
 // The receiver names a new file from its prefix; forcing a new file starts it at once.
 void CExplorerFilesPP::OnNewLogFile() {
     const ustring prefix = ustring::FromQString(m_controls.Get<QLineEdit>(IDC_PREFIX)->text().trimmed());
     if (prefix.empty()) return;
-    WithReceiver([&](devio::CVokReceiverMate& mate) {
-        mate.Set(par::CmdCreatePrefix, prefix);
-        mate.Do(par::LogRotForce);
+    ChangeThenRefresh([prefix](CJobContext& job) {
+        job.Mate().Set(par::CmdCreatePrefix, prefix);
+        job.Mate().Do(par::LogRotForce);
     });
-    OnRefresh();
+}
+
+// The list shows what the receiver holds afterwards, whether the change worked or not.
+void CExplorerFilesPP::ChangeThenRefresh(std::function<void(CJobContext&)> change) {
+    RunJob(std::move(change), [this](const JOB_RESULT<void>& r) {
+        if (r.outcome != JobOutcome::Stopped) OnRefresh();
+    });
 }
 
 void CExplorerFilesPP::OnFileSystem() {

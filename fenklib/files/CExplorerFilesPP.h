@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <vector>
 
 #include "fenklib/frame/CDialogControls.h"
@@ -34,6 +35,7 @@ public:
     void SelectFiles(const std::vector<basekit::ustring>& names);
 
 private:
+    void ChangeThenRefresh(std::function<void(CJobContext&)> change);
     struct LISTING {
         std::vector<devio::vok::LOG_FILE> files;
         basekit::ustring currentA, currentB, prefix;

@@ -78,27 +78,55 @@ CExplorerFrontPanelPP::CExplorerFrontPanelPP(basekit::CSmartPtr<devio::IReceiver
 CExplorerFrontPanelPP::~CExplorerFrontPanelPP() { DestroyWindow(); }
 
 bool CExplorerFrontPanelPP::OnSetActive() {
-    if (!m_read) {
-        m_read = WithReceiver([&](devio::CVokReceiverMate& mate) {
-            const bool dynamic = mate.Get(par::ButtonDyn) == devio::vok::BUTTON_DYNAMIC;
-            const ustring action = mate.Get(par::ButtonAction);
-            const ustring automatic = mate.Get(par::ButtonAuto);
-            const bool powerUp = mate.Get(par::ExtPowerupMode);
-            m_controls.Get<QComboBox>(IDC_DYNAMICS)->setCurrentIndex(dynamic ? 1 : 0);
-            Select(m_controls.Get<QComboBox>(IDC_ACTION), action);
-            Select(m_controls.Get<QComboBox>(IDC_AUTO), automatic);
-            m_controls.Get<QCheckBox>(IDC_POWERUP)->setChecked(powerUp);
-        });
-    }
+    if (!m_read && !IsBusy()) Read();
     return CFenkPropertyPage::OnSetActive();
 }
 
+namespace {
+struct PANEL {
+    bool dynamic = false;
+    ustring action;
+    ustring automatic;
+    bool powerUp = false;
+};
+}  // namespace
+
+void CExplorerFrontPanelPP::Read() {
+    RunJob(
+        [](CJobContext& job) {
+            devio::CVokReceiverMate& mate = job.Mate();
+            PANEL p;
+            p.dynamic = mate.Get(par::ButtonDyn) == devio::vok::BUTTON_DYNAMIC;
+            p.action = mate.Get(par::ButtonAction);
+            p.automatic = mate.Get(par::ButtonAuto);
+            p.powerUp = mate.Get(par::ExtPowerupMode);
+            return p;
+        },
+        [this](const JOB_RESULT<PANEL>& r) {
+            if (!r.Ok()) return;
+            m_controls.Get<QComboBox>(IDC_DYNAMICS)->setCurrentIndex(r.value->dynamic ? 1 : 0);
+            Select(m_controls.Get<QComboBox>(IDC_ACTION), r.value->action);
+            Select(m_controls.Get<QComboBox>(IDC_AUTO), r.value->automatic);
+            m_controls.Get<QCheckBox>(IDC_POWERUP)->setChecked(r.value->powerUp);
+            m_read = true;
+        });
+}
+
 bool CExplorerFrontPanelPP::OnApply() {
-    return WithReceiver([&](devio::CVokReceiverMate& mate) {
-        mate.Set(par::ButtonDyn, m_controls.Get<QComboBox>(IDC_DYNAMICS)->currentIndex() == 1 ? devio::vok::BUTTON_DYNAMIC
-                                                                                             : devio::vok::BUTTON_STATIC);
-        mate.Set(par::ButtonAction, Chosen(m_controls.Get<QComboBox>(IDC_ACTION)));
-        mate.Set(par::ButtonAuto, Chosen(m_controls.Get<QComboBox>(IDC_AUTO)));
-        mate.Set(par::ExtPowerupMode, m_controls.Get<QCheckBox>(IDC_POWERUP)->isChecked());
-    });
+    const PANEL p{m_controls.Get<QComboBox>(IDC_DYNAMICS)->currentIndex() == 1, Chosen(m_controls.Get<QComboBox>(IDC_ACTION)),
+                  Chosen(m_controls.Get<QComboBox>(IDC_AUTO)), m_controls.Get<QCheckBox>(IDC_POWERUP)->isChecked()};
+    ApplyAsJob(
+        [p](CJobContext& job) {
+            devio::CVokReceiverMate& mate = job.Mate();
+            mate.Set(par::ButtonDyn, p.dynamic ? devio::vok::BUTTON_DYNAMIC : devio::vok::BUTTON_STATIC);
+            mate.Set(par::ButtonAction, p.action);
+            mate.Set(par::ButtonAuto, p.automatic);
+            mate.Set(par::ExtPowerupMode, p.powerUp);
+        },
+        [] {});
+    return true;
+}
+
+void CExplorerFrontPanelPP::UpdateControls() {
+    for (const unsigned id : {IDC_DYNAMICS, IDC_ACTION, IDC_AUTO, IDC_POWERUP}) m_controls.Item(id)->setEnabled(!IsBusy());
 }

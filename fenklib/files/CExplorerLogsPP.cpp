@@ -80,32 +80,56 @@ bool CExplorerLogsPP::OnSetActive() {
     return CFenkPropertyPage::OnSetActive();
 }
 
-// The settings the user may be editing are read once; the files every time.
+namespace {
+struct LOG_FILES {
+    ustring a, b;
+    std::uint64_t sizeA = 0, sizeB = 0;
+};
+struct LOG_SETTINGS {
+    double period = 0;
+    bool first = false, second = false;
+};
+}  // namespace
+
+// The settings the user may be editing are read once; the files every time, shown as soon as
+// they are known.
 void CExplorerLogsPP::ReadReceiver() {
-    WithReceiver([&](devio::CVokReceiverMate& mate) {
-        const ustring a = mate.GetCurrentFile(L'a');
-        const std::uint64_t sizeA = a.empty() ? 0 : static_cast<std::uint64_t>(mate.Get(par::CurFileASize));
-        const ustring b = mate.GetCurrentFile(L'b');
-        const std::uint64_t sizeB = b.empty() ? 0 : static_cast<std::uint64_t>(mate.Get(par::CurFileBSize));
-        m_controls.Get<QLabel>(IDC_FILE_A)->setText(FileText(a, sizeA));
-        m_controls.Get<QLabel>(IDC_FILE_B)->setText(FileText(b, sizeB));
-        m_logging = !a.empty();
-        if (m_settingsRead) return;
-        const double period = mate.Get(par::LogScPeriod);
-        bool first = false, second = false;
-        mate.GetLogImp(first, second);
-        // The receiver's own number form (C locale), as it will be written back.
-        m_controls.Get<QLineEdit>(IDC_PERIOD)->setText(QString::number(period, 'f', 2));
-        m_controls.Get<QCheckBox>(IDC_IMP_FIRST)->setChecked(first);
-        m_controls.Get<QCheckBox>(IDC_IMP_SECOND)->setChecked(second);
-        m_settingsRead = true;
-    });
-    UpdateControls();
+    RunJob(
+        [this, settingsRead = m_settingsRead](CJobContext& job) {
+            devio::CVokReceiverMate& mate = job.Mate();
+            LOG_FILES files;
+            files.a = mate.GetCurrentFile(L'a');
+            files.sizeA = files.a.empty() ? 0 : static_cast<std::uint64_t>(mate.Get(par::CurFileASize));
+            files.b = mate.GetCurrentFile(L'b');
+            files.sizeB = files.b.empty() ? 0 : static_cast<std::uint64_t>(mate.Get(par::CurFileBSize));
+            job.Deliver(files, [this](const LOG_FILES& f) { ShowFiles(f.a, f.sizeA, f.b, f.sizeB); });
+            if (settingsRead) return;
+            LOG_SETTINGS settings;
+            settings.period = mate.Get(par::LogScPeriod);
+            mate.GetLogImp(settings.first, settings.second);
+            job.Deliver(settings, [this](const LOG_SETTINGS& v) {
+                if (m_settingsRead) return;
+                // The receiver's own number form (C locale), as it will be written back.
+                m_controls.Get<QLineEdit>(IDC_PERIOD)->setText(QString::number(v.period, 'f', 2));
+                m_controls.Get<QCheckBox>(IDC_IMP_FIRST)->setChecked(v.first);
+                m_controls.Get<QCheckBox>(IDC_IMP_SECOND)->setChecked(v.second);
+                m_settingsRead = true;
+            });
+        },
+        [](const JOB_RESULT<void>&) {});
+}
+
+void CExplorerLogsPP::ShowFiles(const ustring& a, std::uint64_t sizeA, const ustring& b, std::uint64_t sizeB) {
+    m_controls.Get<QLabel>(IDC_FILE_A)->setText(FileText(a, sizeA));
+    m_controls.Get<QLabel>(IDC_FILE_B)->setText(FileText(b, sizeB));
+    m_logging = !a.empty();
 }
 
 void CExplorerLogsPP::UpdateControls() {
-    m_controls.Item(IDC_START)->setEnabled(!m_logging);
-    m_controls.Item(IDC_STOP)->setEnabled(m_logging);
+    const bool busy = IsBusy();
+    m_controls.Item(IDC_START)->setEnabled(!busy && !m_logging);
+    m_controls.Item(IDC_STOP)->setEnabled(!busy && m_logging);
+    m_controls.Item(IDC_SITE_EVENTS)->setEnabled(!busy);
 }
 
 bool CExplorerLogsPP::OnApply() {
@@ -121,26 +145,35 @@ bool CExplorerLogsPP::OnApply() {
         edit->selectAll();
         return false;
     }
-    return WithReceiver([&](devio::CVokReceiverMate& mate) {
-        mate.Set(par::LogScPeriod, period);
-        mate.SetLogImp(m_controls.Get<QCheckBox>(IDC_IMP_FIRST)->isChecked(), m_controls.Get<QCheckBox>(IDC_IMP_SECOND)->isChecked());
-    });
+    ApplyAsJob(
+        [period, first = m_controls.Get<QCheckBox>(IDC_IMP_FIRST)->isChecked(),
+         second = m_controls.Get<QCheckBox>(IDC_IMP_SECOND)->isChecked()](CJobContext& job) {
+            job.Mate().Set(par::LogScPeriod, period);
+            job.Mate().SetLogImp(first, second);
+        },
+        [] {});
+    return true;
 }
 
 // A forced new file is how the receiver starts logging into a file it names from its prefix.
 void CExplorerLogsPP::OnStartLogging() {
-    WithReceiver([](devio::CVokReceiverMate& mate) { mate.Do(par::LogRotForce); });
-    ReadReceiver();
+    ChangeThenRead([](CJobContext& job) { job.Mate().Do(par::LogRotForce); });
 }
 
 void CExplorerLogsPP::OnStopLogging() {
-    WithReceiver([](devio::CVokReceiverMate& mate) { mate.SetCurrentFile(L'a', L""); });
-    ReadReceiver();
+    ChangeThenRead([](CJobContext& job) { job.Mate().SetCurrentFile(L'a', L""); });
+}
+
+// The files are read again whether the change worked or not: the receiver may have done part.
+void CExplorerLogsPP::ChangeThenRead(std::function<void(CJobContext&)> change) {
+    RunJob(std::move(change), [this](const JOB_RESULT<void>& r) {
+        if (r.outcome != JobOutcome::Stopped) ReadReceiver();
+    });
 }
 
 // The site the settings hold, so that the file being recorded says where it was recorded; a
-// refused event ends the sequence with its error box (WithReceiver), the ones before it stay.
-bool CExplorerLogsPP::OnWriteSiteEvents() {
+// refused event ends the sequence with its error box, the ones before it stay.
+void CExplorerLogsPP::OnWriteSiteEvents() {
     const SiteParameters site = CFenkGlobalSettings::Ref().GetSiteParameters();
-    return WithReceiver([&](devio::CVokReceiverMate& mate) { WriteSiteEvents(mate, site); });
+    RunJob([site](CJobContext& job) { WriteSiteEvents(job.Mate(), site); }, [](const JOB_RESULT<void>&) {});
 }

@@ -59,9 +59,8 @@ void CLoggingMessagesDlg::UpdateControls() { m_controls.Get<QPushButton>(IDOK_BU
 
 void CLoggingMessagesDlg::accept() {
     if (!m_read) return;
-    const bool written = WithReceiver([this](devio::CVokReceiverMate& mate) {
-        mate.SetPortMessages(devio::vok::CUR_FILE_A, m_fileA->Messages());
-        mate.SetPortMessages(devio::vok::CUR_FILE_B, m_fileB->Messages());
+    AcceptAsJob([a = m_fileA->Messages(), b = m_fileB->Messages()](CJobContext& job) {
+        job.Mate().SetPortMessages(devio::vok::CUR_FILE_A, a);
+        job.Mate().SetPortMessages(devio::vok::CUR_FILE_B, b);
     });
-    if (written) CFenkDialog::accept();
 }

@@ -1,6 +1,7 @@
 #include "fenklib/messages/CRcvMessageMulListDlg.h"
 
 #include <QAction>
+#include <algorithm>
 #include <QKeyEvent>
 #include <QTreeWidget>
 
@@ -57,6 +58,7 @@ bool CRcvMessageMulListDlg::OnInitDialog() {
     RunJob([](CJobContext& job) { return fenkmsg::ReadCatalogue(job.Mate()); },
            [this](const JOB_RESULT<std::vector<fenkmsg::CATALOGUE_GROUP>>& r) {
                if (r.Ok()) fenkmsg::FillCatalogueTree(m_tree, *r.value, fenkmsg::CMessageRegistry::Instance());
+               AddNext();
            });
     return true;
 }
@@ -72,17 +74,34 @@ bool CRcvMessageMulListDlg::eventFilter(QObject* watched, QEvent* event) {
 void CRcvMessageMulListDlg::OnAddNode(const QTreeWidgetItem* item) {
     const ustring name = fenkmsg::CatalogueFullName(item);
     if (name.empty() || fenkmsg::Contains(m_chosen, name)) return;
-    // A new message starts with the schedule the receiver would give it.
-    devio::vok::MSG msg;
-    msg.name = name;
-    if (!WithReceiver([&](devio::CVokReceiverMate& mate) {
-            msg = mate.GetDefaultSchedule(name);
-            msg.name = name;
-        }))
-        return;
-    m_chosen.push_back(msg);
-    fenkmsg::ShowMessageRow(new QTreeWidgetItem(m_list), msg, fenkmsg::CMessageRegistry::Instance());
+    if (std::find(m_adding.begin(), m_adding.end(), name) != m_adding.end()) return;
+    m_adding.push_back(name);
+    // One exchange at a time: the catalogue's reading or the add before this one ends first.
+    if (!IsBusy()) AddNext();
 }
+
+// A new message starts with the schedule the receiver would give it; the adds the user asked
+// for meanwhile follow in their order. A refusal ends them all with its one box.
+void CRcvMessageMulListDlg::AddNext() {
+    if (m_adding.empty()) return;
+    RunJob(
+        [name = m_adding.front()](CJobContext& job) {
+            devio::vok::MSG msg = job.Mate().GetDefaultSchedule(name);
+            msg.name = name;
+            return msg;
+        },
+        [this](const JOB_RESULT<devio::vok::MSG>& r) {
+            if (!r.Ok()) return m_adding.clear();
+            m_adding.erase(m_adding.begin());
+            if (!fenkmsg::Contains(m_chosen, r.value->name)) {
+                m_chosen.push_back(*r.value);
+                fenkmsg::ShowMessageRow(new QTreeWidgetItem(m_list), *r.value, fenkmsg::CMessageRegistry::Instance());
+            }
+            AddNext();
+        });
+}
+
+void CRcvMessageMulListDlg::UpdateControls() { m_controls.Item(IDOK_BUTTON)->setEnabled(!IsBusy()); }
 
 void CRcvMessageMulListDlg::OnDelete() {
     const std::vector<int> rows = fenkmsg::SelectedRows(m_list);

@@ -10,8 +10,8 @@
 
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
+#include "fenklib/frame/TransferJob.h"
 #include "fenklib/receiver/CReceiverEnumWrapper.h"
-#include "fenklib/receiver/CReceiverFileWriter.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
 #include "platform/uikit/CFileDialogService.h"
@@ -22,7 +22,6 @@ namespace {
 
 using D = CComUpdateDriverDlg;
 constexpr unsigned IDC_LABEL = 0xFFFF;
-constexpr unsigned kPollMs = 100;   // how often a running upload reports to the window
 constexpr int kBarSteps = 1000;
 constexpr int kNameWidth = 80;
 
@@ -94,27 +93,14 @@ void CComUpdateDriverDlg::SetFolder(const QString& folder) {
     UpdateControls();
 }
 
-// The files go one after another on the window's worker; each is sent by the uploader's own
-// thread while the worker reports its progress and passes a cancel on to it.
+// The files go one after another as one transfer job of the window; Cancel stops it.
 void CComUpdateDriverDlg::Install() {
     std::uint64_t total = 0;
     for (const BUNDLE_FILE& f : m_files) total += f.size;
     RunJob(
-        [this, files = m_files, total](CJobContext& job) {
-            const auto uploader = devio::CReceiverFileWriter::CreateUploader(GetReceiver());
-            std::uint64_t before = 0;
-            for (const BUNDLE_FILE& f : files) {
-                uploader->Start(f.local, f.target);
-                while (uploader->DoneEvent().Wait(kPollMs).kind != basekit::WaitResult::Signalled) {
-                    if (job.IsStopping()) uploader->Cancel();
-                    job.Progress(before + uploader->Progress().done, total, f.target);
-                }
-                if (uploader->Error() == basekit::kErrorCancelled || job.IsStopping()) return;
-                if (uploader->Error() != 0)
-                    throw basekit::CWinException("ComUpdateDriverDlg", __LINE__, f.target + L": " + uploader->ErrorText(), uploader->Error());
-                before += f.size;
-                job.Progress(before, total, f.target);
-            }
+        [files = m_files, total](CJobContext& job) {
+            CTransfer transfer(job, total);
+            for (const BUNDLE_FILE& f : files) transfer.Upload(f.local, f.target, f.target);
         },
         [this](const JOB_RESULT<void>& r) {
             if (r.Ok()) EndDialog(1);

@@ -94,8 +94,11 @@ void CComVariablesDlg::accept() {
         if (value != read.value) changed.push_back({read.index, read.name, value});
     }
     const ustring port = devio::vok::ToKeyword(m_port);
-    const bool written = WithReceiver([&](devio::CVokReceiverMate& mate) {
-        for (const VARIABLE& v : changed) mate.Set(par::PortVarValue, v.value, port, v.index);
-    });
-    if (written) EndDialog(1);
+    RunJob(
+        [changed, port](CJobContext& job) {
+            for (const VARIABLE& v : changed) job.Mate().Set(par::PortVarValue, v.value, port, v.index);
+        },
+        [this](const JOB_RESULT<void>& r) {
+            if (r.Ok()) EndDialog(1);
+        });
 }

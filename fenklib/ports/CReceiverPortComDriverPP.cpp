@@ -5,13 +5,12 @@
 
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
+#include "fenklib/frame/TransferJob.h"
 #include "fenklib/ports/CComFilesDlg.h"
 #include "fenklib/ports/CComUpdateDriverDlg.h"
-#include "fenklib/receiver/CReceiverFileReader.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
-#include "platform/uikit/CBusyCursor.h"
 
 using basekit::ustring;
 
@@ -21,7 +20,6 @@ using P = CReceiverPortComDriverPP;
 constexpr unsigned IDC_LABEL = 0xFFFF;
 constexpr uikit::ANCHOR kWide = uikit::kAnchorTopWide;
 // A version file is a line of text; a copy that takes longer than this has lost its link.
-constexpr unsigned kDownloadWaitMs = 10 * 60 * 1000;
 
 constexpr DLG_ITEM kNormalItems[] = {
     {IDC_LABEL, CtlKind::Static, IDS_DRIVER_NAME, 7, 7, 196, 9},
@@ -74,30 +72,37 @@ bool CReceiverPortComDriverPP::OnInitDialog() {
     return true;
 }
 
+namespace {
+struct SHOWN_VERSION {
+    DRIVER_VERSION version;
+    bool failed = false;   // not read for another reason than a missing driver
+};
+}  // namespace
+
 // A port without a driver has no version file: the fields stay empty, nothing is reported.
 void CReceiverPortComDriverPP::ShowVersion() {
-    DRIVER_VERSION version;
-    try {
-        version = ParseDriverVersion(DownloadFile(ustring::Format(L"/%s/script/%s", devio::vok::ToKeyword(m_port), L"version")));
-    } catch (const basekit::CWinException& e) {
-        if (e.Code() != basekit::kErrorInvalidData) MarkFailed();   // refused: no driver installed
-    }
-    m_controls.Get<QLineEdit>(IDC_DRIVER_NAME)->setText(version.name.ToQString());
-    m_controls.Get<QLineEdit>(IDC_DRIVER_VERSION)->setText(version.version.ToQString());
-    m_controls.Get<QLineEdit>(IDC_DRIVER_DESCRIPTION)->setText(version.description.ToQString());
+    RunJob(
+        [path = ustring::Format(L"/%s/script/%s", devio::vok::ToKeyword(m_port), L"version")](CJobContext& job) {
+            SHOWN_VERSION shown;
+            try {
+                shown.version = ParseDriverVersion(CTransfer(job).Download(path));
+            } catch (const basekit::CWinException& e) {
+                if (job.IsStopping()) throw;
+                shown.failed = e.Code() != basekit::kErrorInvalidData;   // refused: no driver installed
+            }
+            return shown;
+        },
+        [this](const JOB_RESULT<SHOWN_VERSION>& r) {
+            if (!r.Ok()) return;
+            if (r.value->failed) MarkFailed();
+            m_controls.Get<QLineEdit>(IDC_DRIVER_NAME)->setText(r.value->version.name.ToQString());
+            m_controls.Get<QLineEdit>(IDC_DRIVER_VERSION)->setText(r.value->version.version.ToQString());
+            m_controls.Get<QLineEdit>(IDC_DRIVER_DESCRIPTION)->setText(r.value->version.description.ToQString());
+        });
 }
 
-std::string CReceiverPortComDriverPP::DownloadFile(const ustring& path) {
-    const uikit::CBusyCursor busy;
-    const auto copier = devio::CReceiverFileReader::CreateCopier(GetReceiver());
-    copier->Start(path, L"");
-    if (copier->DoneEvent().Wait(kDownloadWaitMs).kind != basekit::WaitResult::Signalled) {
-        copier->Cancel();
-        throw basekit::CWinException("CReceiverPortComDriverPP::DownloadFile", __LINE__, L"WaitForMultipleObjects", basekit::kErrorTimeout);
-    }
-    if (copier->Error() != 0)
-        throw basekit::CWinException("CReceiverPortComDriverPP::DownloadFile", __LINE__, path + L": " + copier->ErrorText(), copier->Error());
-    return copier->Data();
+void CReceiverPortComDriverPP::UpdateControls() {
+    for (const unsigned id : {IDC_DRIVER_DETAILS, IDC_UPDATE_DRIVER, IDC_UNINSTALL}) m_controls.Item(id)->setEnabled(!IsBusy());
 }
 
 void CReceiverPortComDriverPP::OnDriverDetails() {
@@ -114,5 +119,8 @@ void CReceiverPortComDriverPP::OnUninstall() {
     const int answer = uikit::CMessageBoxService::Show(this, LoadResString(IDS_CONFIRM_DELETE_DRIVER), {},
                                                        uikit::MB_YESNO | uikit::MB_ICONQUESTION | uikit::MB_DEFBUTTON2);
     if (answer != uikit::IDYES) return;
-    if (WithReceiver([&](devio::CVokReceiverMate& mate) { mate.Do(devio::par::PortClear, m_port); })) ShowVersion();
+    RunJob([port = m_port](CJobContext& job) { job.Mate().Do(devio::par::PortClear, port); },
+           [this](const JOB_RESULT<void>& r) {
+               if (r.Ok()) ShowVersion();
+           });
 }

@@ -21,13 +21,13 @@ public:
     void OnDriverDetails();
     void OnUpdateDriver();
     void OnUninstall();
+    void UpdateControls() override;
 
     const CDialogControls& Controls() const { return m_controls; }
 
 private:
+    // The version file is downloaded as a job of the page; closing the sheet cancels it.
     void ShowVersion();
-    // One receiver file into memory through the file copier; blocks until the copy has ended.
-    std::string DownloadFile(const basekit::ustring& path);
 
     CDialogControls m_controls;
     devio::vok::ECom m_port;

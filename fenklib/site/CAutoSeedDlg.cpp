@@ -198,7 +198,10 @@ void CAutoSeedDlg::accept() {
     if (!m_values) return;
     const std::optional<VALUES> values = TakeValues();
     if (!values) return;
-    if (!WithReceiver([&](devio::CVokReceiverMate& mate) { Write(mate, m_editor, *values); })) return;
-    m_values = values;
-    CFenkDialog::accept();
+    RunJob([editor = m_editor, v = *values](CJobContext& job) { Write(job.Mate(), editor, v); },
+           [this, values](const JOB_RESULT<void>& r) {
+               if (!r.Ok()) return;
+               m_values = values;
+               CFenkDialog::accept();
+           });
 }

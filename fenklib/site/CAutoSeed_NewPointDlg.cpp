@@ -99,12 +99,11 @@ void CAutoSeed_NewPointDlg::accept() {
     if (!name) return;
     const POS_GEO pos = *m_position;
     const int slot = m_slot;
-    if (!WithReceiver([&](devio::CVokReceiverMate& mate) {
-            mate.Set(devio::par::RefAvgCurPointName, *name);
-            mate.SetCurrentPointPosition(L"arp", pos);
-            mate.SetCurrentPointPosition(L"arp", wgs84::ToXyz(pos));
-            mate.Do(devio::par::RefAvgPointAdd, slot);
-        }))
-        return;
-    CFenkDialog::accept();
+    AcceptAsJob([name = *name, pos, slot](CJobContext& job) {
+        devio::CVokReceiverMate& mate = job.Mate();
+        mate.Set(devio::par::RefAvgCurPointName, name);
+        mate.SetCurrentPointPosition(L"arp", pos);
+        mate.SetCurrentPointPosition(L"arp", wgs84::ToXyz(pos));
+        mate.Do(devio::par::RefAvgPointAdd, slot);
+    });
 }

@@ -173,8 +173,14 @@ void CAutoSeed_PointListDlg::DeletePoint() {
     const ustring question = ustring::Format(LoadResString(IDS_CONFIRM_DELETE_POINT).c_str(), point->name.c_str());
     if (uikit::CMessageBoxService::Show(this, question, {}, uikit::MB_YESNO | uikit::MB_ICONQUESTION) != uikit::IDYES) return;
     const int slot = point->slot;
-    WithReceiver([slot](devio::CVokReceiverMate& mate) { mate.Do(devio::par::RefAvgPointDelete, slot); });
-    Reload();   // also after a refusal: the list shows what the receiver holds
+    ChangeThenReload([slot](CJobContext& job) { job.Mate().Do(devio::par::RefAvgPointDelete, slot); });
+}
+
+// The list is read again also after a refusal: it shows what the receiver holds.
+void CAutoSeed_PointListDlg::ChangeThenReload(std::function<void(CJobContext&)> change) {
+    RunJob(std::move(change), [this](const JOB_RESULT<void>& r) {
+        if (r.outcome != JobOutcome::Stopped) Reload();
+    });
 }
 
 void CAutoSeed_PointListDlg::ToggleProtection() {
@@ -182,6 +188,5 @@ void CAutoSeed_PointListDlg::ToggleProtection() {
     if (!point) return;
     const int slot = point->slot;
     const bool protect = !point->isProtected;
-    WithReceiver([slot, protect](devio::CVokReceiverMate& mate) { mate.Set(devio::par::RefAvgPointOptionProtect, protect, slot); });
-    Reload();
+    ChangeThenReload([slot, protect](CJobContext& job) { job.Mate().Set(devio::par::RefAvgPointOptionProtect, protect, slot); });
 }

@@ -1,5 +1,6 @@
 #pragma once
 #include <QDateTime>
+#include <functional>
 #include <vector>
 
 #include "fenklib/frame/CDialogControls.h"
@@ -42,6 +43,7 @@ public:
 
 private:
     void Reload();
+    void ChangeThenReload(std::function<void(CJobContext&)> change);
     void ShowPoints();
     const POINT* Selected() const;
     static std::vector<POINT> Read(CJobContext& job, CoordEditor editor);

@@ -122,9 +122,12 @@ TEST_P(SolutionReset, AskedFirst) {
     CPositioningPS sheet(CSmartPtr<devio::IReceiver>(rx.Get()), nullptr);
     sheet.SetActivePage(1);
     bool done = false;
-    fenktest::RunSteps(sheet, [&](int) {
-        EXPECT_EQ(sheet.SolutionPage().OnResetSolution(), c.sent);
-        done = true;
+    fenktest::RunSteps(sheet, [&](int step) {
+        if (step == 0) {
+            EXPECT_EQ(sheet.SolutionPage().OnResetSolution(), c.sent);
+            done = true;
+            if (c.sent) return;   // the reset runs as a job: the sheet closes once it has ended
+        }
         sheet.GetButton(2)->click();
     });
     EXPECT_TRUE(done);

@@ -83,9 +83,12 @@ TEST(RawMeasurement, RefusedWriteIsShownAndTheDialogStays) {
     const uikit::CMessageBoxResponder boxes;
     CRawMeasurementDlg dlg(CSmartPtr<devio::IReceiver>(rx.Get()), nullptr);
     bool stayed = false;
-    const int result = fenktest::RunSteps(dlg, [&](int) {
-        dlg.Show({5, false, true, false});
-        dlg.accept();
+    const int result = fenktest::RunSteps(dlg, [&](int step) {
+        if (step == 0) {
+            dlg.Show({5, false, true, false});
+            dlg.accept();   // the write runs as a job; the next step comes when it has ended
+            return;
+        }
         stayed = dlg.isVisible();
         dlg.reject();
     });

@@ -14,10 +14,12 @@
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/StringIds.h"
 #include "platform/uikit/CMessageBoxResponder.h"
+#include "support/EventTrigger.h"
 #include "support/ScriptedReceiver.h"
 
 using basekit::ustring;
 using fenktest::CScriptedReceiver;
+using fenktest::WaitIdle;
 using P = CExplorerAFRMPP;
 
 namespace {
@@ -78,6 +80,7 @@ protected:
 
 TEST_F(AfrmPage, FirstActivationReadsFiveValuesInOrderAndNoLaterOneReadsAgain) {
     Run([&] {
+        ASSERT_TRUE(WaitIdle(&m_sheet));
         EXPECT_EQ(m_rcv->SentWithout(kRunning), kFirstReading);
         EXPECT_TRUE(m_page.Controls().Get<QCheckBox>(P::IDC_ENABLE)->isChecked());
         EXPECT_FALSE(m_page.Controls().Get<QCheckBox>(P::IDC_REMOVE_OLD)->isChecked());
@@ -111,12 +114,15 @@ TEST_F(AfrmPage, OutOfRangeNumbersAreRefusedAndNothingIsSent) {
         {"empty phase", P::IDC_PHASE, "", 0, 86400},
     };
     Run([&] {
+        ASSERT_TRUE(WaitIdle(&m_sheet));
         for (const Row& row : rows) {
             const uikit::CMessageBoxResponder boxes;
             const QString good = Edit(row.id)->text();
             Edit(row.id)->setText(row.text);
             EXPECT_FALSE(m_sheet.ApplyNow()) << row.legend;
+            EXPECT_FALSE(m_sheet.IsApplying()) << row.legend;
             EXPECT_TRUE(Sets(m_rcv->Sent()).empty()) << row.legend;
+            EXPECT_EQ(Edit(row.id)->text(), row.text) << row.legend << ": what the user typed stays";
             ASSERT_EQ(boxes.Requests().size(), 1u) << row.legend;
             EXPECT_EQ(boxes.Requests()[0].text,
                       ustring::Format(LoadResString(IDS_ENTER_INTEGER_BETWEEN).c_str(), ustring::Format(L"%lld", row.min),
@@ -166,6 +172,7 @@ TEST_F(AfrmPage, ApplyWritesAllFiveValuesEveryTime) {
         CFenkPropertySheet sheet(r, L"sheet", nullptr);
         sheet.AddPage(&page);
         QTimer::singleShot(0, &sheet, [&] {
+            ASSERT_TRUE(WaitIdle(&sheet));
             const auto edit = [&](unsigned id) { return page.Controls().Get<QLineEdit>(id); };
             for (const unsigned id : {P::IDC_REMOVE_OLD, P::IDC_PERIOD, P::IDC_PHASE, P::IDC_COUNTER,
                                       P::IDC_RUNNING_COUNTER, P::IDC_FORCE})
@@ -175,9 +182,12 @@ TEST_F(AfrmPage, ApplyWritesAllFiveValuesEveryTime) {
             if (row.phase) edit(P::IDC_PHASE)->setText(row.phase);
             if (row.counter) edit(P::IDC_COUNTER)->setText(row.counter);
             EXPECT_TRUE(sheet.ApplyNow()) << row.legend;
+            ASSERT_TRUE(WaitIdle(&sheet));
+            EXPECT_TRUE(sheet.LastApplySucceeded()) << row.legend;
             EXPECT_EQ(Sets(rcv->Sent()), row.sets) << row.legend;
             rcv->ClearLog();
             EXPECT_TRUE(sheet.ApplyNow()) << row.legend;
+            ASSERT_TRUE(WaitIdle(&sheet));
             EXPECT_EQ(Sets(rcv->Sent()), row.sets) << row.legend << " (second Apply)";
             sheet.EndDialog(1);
         });
@@ -187,6 +197,7 @@ TEST_F(AfrmPage, ApplyWritesAllFiveValuesEveryTime) {
 
 TEST_F(AfrmPage, EnableCheckBoxSwitchesTheOtherControls) {
     Run([&] {
+        ASSERT_TRUE(WaitIdle(&m_sheet));
         auto* enable = m_page.Controls().Get<QCheckBox>(P::IDC_ENABLE);
         enable->click();
         EXPECT_FALSE(m_page.Controls().Item(P::IDC_FORCE)->isEnabled());
@@ -201,8 +212,10 @@ TEST_F(AfrmPage, EnableCheckBoxSwitchesTheOtherControls) {
 
 TEST_F(AfrmPage, ForceSendsOneCommandAndChangesNothing) {
     Run([&] {
+        ASSERT_TRUE(WaitIdle(&m_sheet));
         m_rcv->ClearLog();
         m_page.Controls().Get<QPushButton>(P::IDC_FORCE)->click();
+        ASSERT_TRUE(WaitIdle(&m_sheet));
         EXPECT_EQ(m_rcv->SentWithout(kRunning), std::vector<ustring>{L"set,log/rot/force,on"});
         EXPECT_EQ(Edit(P::IDC_PERIOD)->text(), "3600");
     });
@@ -232,25 +245,81 @@ TEST_F(AfrmPage, FailuresAreShownAndThePageStaysUsable) {
     m_rcv->On(L"set,log/rot/sc/period,3600", CScriptedReceiver::Error(L"{2,,wrong command}"));
     const uikit::CMessageBoxResponder boxes;
     Run([&] {
+        ASSERT_TRUE(WaitIdle(&m_sheet));
         EXPECT_FALSE(m_page.HasRead()) << "a failed first reading counts as read";
         EXPECT_EQ(boxes.Requests().size(), 1u);
         m_rcv->On(L"print,log/rot/sc/phase", CScriptedReceiver::Reply(L"120"));
         ASSERT_TRUE(m_sheet.SetActivePage(1));
         m_rcv->ClearLog();
         ASSERT_TRUE(m_sheet.SetActivePage(0));
+        ASSERT_TRUE(WaitIdle(&m_sheet));
         EXPECT_TRUE(m_page.HasRead()) << "the next activation did not try again";
         EXPECT_EQ(m_rcv->SentWithout(kRunning), kFirstReading);
 
         const size_t before = boxes.Requests().size();
         m_page.OnTimerTick();
+        ASSERT_TRUE(WaitIdle(&m_sheet));
         m_page.Controls().Get<QPushButton>(P::IDC_FORCE)->click();
-        EXPECT_FALSE(m_sheet.ApplyNow());
+        ASSERT_TRUE(WaitIdle(&m_sheet));
+        EXPECT_TRUE(m_sheet.ApplyNow());
+        ASSERT_TRUE(WaitIdle(&m_sheet));
+        EXPECT_FALSE(m_sheet.LastApplySucceeded());
         ASSERT_EQ(boxes.Requests().size(), before + 3);
         for (size_t i = before; i < boxes.Requests().size(); ++i)
             EXPECT_EQ(boxes.Requests()[i].flags & uikit::MB_ICONMASK, unsigned(uikit::MB_ICONERROR));
         EXPECT_TRUE(m_sheet.isVisible());
         m_rcv->On(L"set,log/rot/sc/period,3600", CScriptedReceiver::Reply(L""));
-        EXPECT_TRUE(m_sheet.ApplyNow()) << "the page did not recover";
+        EXPECT_TRUE(m_sheet.ApplyNow());
+        ASSERT_TRUE(WaitIdle(&m_sheet));
+        EXPECT_TRUE(m_sheet.LastApplySucceeded()) << "the page did not recover";
+    });
+}
+
+// A dead link fails the counter's poll once: one box, and the poll rests instead of showing a
+// box every second; showing the page again tries once more.
+TEST_F(AfrmPage, ADeadLinkStopsTheCounterAfterOneMessage) {
+    m_rcv->On(kRunning, CScriptedReceiver::LinkLost());
+    const uikit::CMessageBoxResponder boxes;
+    Run([&] {
+        ASSERT_TRUE(WaitIdle(&m_sheet));
+        ASSERT_TRUE(m_page.IsTimerRunning());
+        m_page.OnTimerTick();
+        ASSERT_TRUE(WaitIdle(&m_sheet));
+        EXPECT_EQ(boxes.Requests().size(), 1u);
+        EXPECT_FALSE(m_page.IsTimerRunning());
+        m_rcv->ClearLog();
+        m_page.OnTimerTick();   // a tick already queued when the poll stopped
+        EXPECT_TRUE(m_rcv->Sent().empty()) << "the stopped poll still asked the receiver";
+        EXPECT_EQ(boxes.Requests().size(), 1u);
+        ASSERT_TRUE(m_sheet.SetActivePage(1));
+        ASSERT_TRUE(m_sheet.SetActivePage(0));
+        EXPECT_TRUE(m_page.IsTimerRunning()) << "coming back to the page tries again";
+    });
+}
+
+// While the receiver holds its reply back the page shows it is busy and the user-interface
+// thread goes on with its events; the values appear when the reply comes.
+TEST_F(AfrmPage, ASlowReadingKeepsTheWindowResponsive) {
+    m_rcv->On(L"print,log/rot/mode", CScriptedReceiver::Held());
+    const uikit::CMessageBoxResponder boxes;
+    Run([&] {
+        EXPECT_FALSE(m_sheet.property("fenkIdle").toBool()) << "the page does not show it is working";
+        bool handled = false;
+        QEventLoop loop;
+        QTimer::singleShot(0, &m_sheet, [&] {
+            handled = true;
+            loop.quit();
+        });
+        loop.exec();
+        EXPECT_TRUE(handled);
+        EXPECT_FALSE(m_page.Controls().Item(P::IDC_ENABLE)->isEnabled()) << "controls usable while reading";
+        EXPECT_FALSE(m_page.HasRead());
+        ASSERT_TRUE(m_rcv->ReleaseHeld(L"on")) << "the reading was not waiting for its reply";
+        ASSERT_TRUE(WaitIdle(&m_sheet));
+        EXPECT_TRUE(m_page.HasRead());
+        EXPECT_TRUE(m_page.Controls().Get<QCheckBox>(P::IDC_ENABLE)->isChecked());
+        EXPECT_EQ(Edit(P::IDC_PERIOD)->text(), "3600");
+        EXPECT_TRUE(boxes.Requests().empty());
     });
 }
 

@@ -24,8 +24,10 @@
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "platform/uikit/CFileDialogResponder.h"
 #include "platform/uikit/CMessageBoxResponder.h"
+#include "support/EventTrigger.h"
 
 using basekit::ustring;
+using fenktest::WaitIdle;
 using fenktest::SimLink;
 using P = CExplorerAFRMPP;
 
@@ -86,6 +88,7 @@ TEST(FileExplorer, FilesAndRotationPagesAgainstTheSimulator) {
         SaveShot(sheet, "file-explorer-files");
 
         ASSERT_TRUE(sheet.SetActivePage(2));
+        ASSERT_TRUE(WaitIdle(&sheet));
         auto& afrm = sheet.AfrmPage();
         EXPECT_EQ(sheet.GetActivePage(), &afrm) << sheet.GetActivePage()->GetTitle().ToUtf8();
         EXPECT_TRUE(afrm.HasRead());
@@ -95,12 +98,15 @@ TEST(FileExplorer, FilesAndRotationPagesAgainstTheSimulator) {
         afrm.Controls().Get<QLineEdit>(P::IDC_PHASE)->setText("30");
         afrm.Controls().Get<QLineEdit>(P::IDC_COUNTER)->setText("5");
         EXPECT_TRUE(sheet.ApplyNow());
+        ASSERT_TRUE(WaitIdle(&sheet));
+        EXPECT_TRUE(sheet.LastApplySucceeded());
         EXPECT_TRUE(mate.Get(devio::par::LogRotMode));
         EXPECT_EQ(mate.Get(devio::par::LogRotScPeriod), 900);
         EXPECT_EQ(mate.Get(devio::par::LogRotScPhase), 30);
         EXPECT_EQ(mate.Get(devio::par::LogRotScCount), 5);
         const int before = mate.Get(devio::par::LogRotCount);
         afrm.OnForceRotation();
+        ASSERT_TRUE(WaitIdle(&sheet));
         EXPECT_EQ(mate.Get(devio::par::LogRotCount), before + 1);
         EXPECT_NE(mate.GetCurrentFile(L'a'), current) << "the force started a new file";
         const QString expected = QString::number(before + 1);
@@ -108,26 +114,32 @@ TEST(FileExplorer, FilesAndRotationPagesAgainstTheSimulator) {
         SaveShot(sheet, "file-explorer-afrm");
 
         ASSERT_TRUE(sheet.SetActivePage(1));
+        ASSERT_TRUE(WaitIdle(&sheet));
         auto& logs = sheet.LogsPage();
         const ustring logging = mate.GetCurrentFile(L'a');
         EXPECT_TRUE(logs.Controls().Get<QLabel>(CExplorerLogsPP::IDC_FILE_A)->text().startsWith(logging.ToQString()));
         EXPECT_EQ(logs.Controls().Get<QLineEdit>(CExplorerLogsPP::IDC_PERIOD)->text(), "1.00");
         SaveShot(sheet, "file-explorer-logs");
         logs.OnStopLogging();
+        ASSERT_TRUE(WaitIdle(&sheet));
         EXPECT_EQ(mate.GetCurrentFile(L'a'), L"");
         EXPECT_TRUE(logs.Controls().Item(CExplorerLogsPP::IDC_START)->isEnabled());
         logs.OnStartLogging();
+        ASSERT_TRUE(WaitIdle(&sheet));
         EXPECT_NE(mate.GetCurrentFile(L'a'), L"");
         logs.Controls().Get<QLineEdit>(CExplorerLogsPP::IDC_PERIOD)->setText("0.50");
         logs.Controls().Get<QCheckBox>(CExplorerLogsPP::IDC_IMP_SECOND)->setChecked(true);
 
         ASSERT_TRUE(sheet.SetActivePage(3));
+        ASSERT_TRUE(WaitIdle(&sheet));
         auto& panel = sheet.FrontPanelPage();
         auto* action = panel.Controls().Get<QComboBox>(CExplorerFrontPanelPP::IDC_ACTION);
         EXPECT_EQ(action->currentData().toString(), "log");
         action->setCurrentIndex(action->findData(QStringLiteral("event")));
         SaveShot(sheet, "file-explorer-front-panel");
         EXPECT_TRUE(sheet.ApplyNow());
+        ASSERT_TRUE(WaitIdle(&sheet));
+        EXPECT_TRUE(sheet.LastApplySucceeded());
         EXPECT_EQ(mate.Get(devio::par::ButtonAction), L"event");
         EXPECT_DOUBLE_EQ(mate.Get(devio::par::LogScPeriod), 0.5);
         bool first = false, second = false;
@@ -237,14 +249,14 @@ TEST(FileExplorer, LogsPageWritesTheStoredSite) {
         CFenkGlobalSettings::Ref().SetSiteParameters(row.site);
         const uikit::CMessageBoxResponder boxes;
         CReceiverFileExplorerPS sheet(link.Receiver(), nullptr);
-        bool written = !row.written;
         QTimer::singleShot(0, &sheet, [&] {
             ASSERT_TRUE(sheet.SetActivePage(1));
-            written = sheet.LogsPage().OnWriteSiteEvents();
+            ASSERT_TRUE(WaitIdle(&sheet));
+            sheet.LogsPage().OnWriteSiteEvents();
+            ASSERT_TRUE(WaitIdle(&sheet));
             sheet.EndDialog(1);
         });
         sheet.DoModal();
-        EXPECT_EQ(written, row.written) << row.legend;
         EXPECT_EQ(boxes.Requests().size(), row.written ? 0u : 1u) << row.legend;
         devio::CVokReceiverMate mate(link.Receiver());
         const std::string log = ReceiverBytes(link, mate.GetCurrentFile(L'a'));

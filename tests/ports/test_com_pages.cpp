@@ -62,7 +62,9 @@ TEST(ComDriverPage, UninstallClearsOnlyOnYes) {
         CComPortPS sheet(basekit::CSmartPtr<devio::IReceiver>(rcv.Get()), devio::vok::COM_A, nullptr);
         QTimer::singleShot(0, &sheet, [&] {
             sheet.SetActivePage(1);
+            EXPECT_TRUE(fenktest::WaitIdle(&sheet));
             sheet.DriverPage().OnUninstall();
+            EXPECT_TRUE(fenktest::WaitIdle(&sheet));
             sheet.reject();
         });
         sheet.DoModal();

@@ -3,8 +3,10 @@
 // caused it has finished: tests wait on what the window does, never on the clock.
 #include <QCoreApplication>
 #include <QEvent>
+#include <QEventLoop>
 #include <QObject>
 #include <QTimer>
+#include <QWidget>
 #include <functional>
 
 namespace fenktest {
@@ -44,6 +46,17 @@ private:
     QObject* m_window;
     std::function<void()> m_action;
 };
+
+// Runs the window's events until its top-level window is idle ("fenkIdle" true): the running
+// job has ended and its results are shown. False when the guard ended the wait first.
+inline bool WaitIdle(QObject* window) {
+    QObject* top = window->isWidgetType() ? static_cast<QWidget*>(window)->window() : window;
+    if (top->property("fenkIdle").toBool()) return true;
+    QEventLoop loop;
+    const CIdleTrigger idle(top, [&loop] { loop.exit(0); });
+    QTimer::singleShot(60000, &loop, [&loop] { loop.exit(1); });
+    return loop.exec() == 0;
+}
 
 // A guard, not a synchroniser: ends a modal run that never reached its end condition, so a
 // broken window fails its test instead of hanging the suite.

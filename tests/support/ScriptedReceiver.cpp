@@ -42,6 +42,11 @@ devio::CommandId CScriptedReceiver::IssueCommand(const ustring& command, bool se
         m_pending[id] = {reply, notice};
     }
     if (!sendFlag) step = Reply(L"");
+    if (step.kind == Kind::Held) {
+        const std::lock_guard lock(m_mutex);
+        m_held.push_back(id);
+        return id;
+    }
     // A silent receiver leaves the channel to give up on its own, well after the time-out it was
     // given: the caller's own wait for that time-out ends first and cancels the command.
     if (step.kind == Kind::Silence) FinishLater(id, TimedOut(), 2 * timeoutMs + 100);

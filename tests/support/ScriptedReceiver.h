@@ -20,7 +20,7 @@ using basekit::ustring;
 
 class CScriptedReceiver final : public basekit::CRefCounted<devio::IReceiver, devio::ICommandChannel, devio::IPort> {
 public:
-    enum class Kind { Reply, Error, Silence, LinkLost, TimedOut };
+    enum class Kind { Reply, Error, Silence, LinkLost, TimedOut, Held };
     struct Step {
         Kind kind = Kind::Reply;
         ustring text;
@@ -32,6 +32,9 @@ public:
     static Step LinkLost() { return {Kind::LinkLost, {}, 0}; }
     // The channel gives up at once with a time-out, as after a restart that never answers.
     static Step TimedOut() { return {Kind::TimedOut, {}, 0}; }
+    // No answer until the test releases it (ReleaseHeld), however long the caller waits: a
+    // slow receiver whose reply comes exactly when the test says.
+    static Step Held() { return {Kind::Held, {}, 0}; }
 
     // A serial port at the given rate; rate < 0 makes a network port; a missing rate property
     // when rate is 0 and noRate is set.
@@ -83,6 +86,16 @@ public:
     std::vector<std::pair<bool, bool>> Flags() const {
         const std::lock_guard lock(m_mutex);
         return m_flags;
+    }
+    // Answers every held command with reply; false when none was waiting.
+    bool ReleaseHeld(const ustring& reply) {
+        std::vector<devio::CommandId> held;
+        {
+            const std::lock_guard lock(m_mutex);
+            held.swap(m_held);
+        }
+        for (const devio::CommandId id : held) Finish(id, Reply(reply));
+        return !held.empty();
     }
     void ClearLog() {
         const std::lock_guard lock(m_mutex);
@@ -147,6 +160,7 @@ private:
     std::map<devio::CommandId, std::pair<CSmartPtr<devio::CCommandReply>, CSmartPtr<devio::INotice>>> m_pending;
     devio::CommandId m_next = 1;
     size_t m_cancels = 0;
+    std::vector<devio::CommandId> m_held;
     std::vector<unsigned> m_timeouts;
     std::vector<std::thread> m_threads;
     std::condition_variable m_wake;
