@@ -41,6 +41,7 @@ devio::CommandId CScriptedReceiver::IssueCommand(const ustring& command, bool se
         id = m_next++;
         m_pending[id] = {reply, notice};
     }
+    m_issued.notify_all();
     if (!sendFlag) step = Reply(L"");
     // A silent receiver leaves the channel to give up on its own, well after the time-out it was
     // given: the caller's own wait for that time-out ends first and cancels the command.
