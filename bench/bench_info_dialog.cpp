@@ -15,6 +15,7 @@
 #include "platform/devio/CReceiver.h"
 #include "platform/devio/INotice.h"
 #include "tools/rcvsim/RcvSim.h"
+#include "tests/support/SettingsSandbox.h"
 
 namespace {
 
@@ -91,6 +92,7 @@ BENCHMARK(BM_CommandAfterCancelledListing)->Unit(benchmark::kMillisecond)->Itera
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    const fenktest::CSettingsSandbox sandbox;   // placements and settings stay out of the user's own
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

@@ -25,6 +25,7 @@
 #include "fenklib/status/CSkyPlot.h"
 #include "platform/devio/CReceiver.h"
 #include "tests/support/ScriptedReceiver.h"
+#include "tests/support/SettingsSandbox.h"
 
 namespace {
 
@@ -176,6 +177,7 @@ BENCHMARK(BM_SheetOnTheSimulatorOverLoopback)->Unit(benchmark::kSecond)->Iterati
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    const fenktest::CSettingsSandbox sandbox;   // placements and settings stay out of the user's own
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "fenklib/messages/MessageRegistry.h"
-#include "fenklib/messages/PredefinedMessageSets.h"
+#include "fenklib/msglist/MessageRegistry.h"
+#include "fenklib/msglist/PredefinedMessageSets.h"
 #include "fuzz/FuzzChecks.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)

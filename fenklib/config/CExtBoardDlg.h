@@ -2,7 +2,7 @@
 #include <functional>
 #include <optional>
 
-#include "fenklib/config/CParamFields.h"
+#include "fenklib/frame/CParamFields.h"
 #include "fenklib/frame/CFenkDialog.h"
 #include "fenklib/frame/DialogTemplate.h"
 

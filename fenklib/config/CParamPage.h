@@ -1,7 +1,7 @@
 #pragma once
 #include <optional>
 
-#include "fenklib/config/CParamFields.h"
+#include "fenklib/frame/CParamFields.h"
 #include "fenklib/frame/CFenkPropertyPage.h"
 #include "fenklib/frame/DialogTemplate.h"
 

@@ -3,7 +3,7 @@
 #include <QPushButton>
 #include <QTreeWidget>
 
-#include "fenklib/config/WideLayout.h"
+#include "fenklib/frame/WideLayout.h"
 
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/DialogIds.h"

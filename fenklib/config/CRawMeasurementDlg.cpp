@@ -6,7 +6,7 @@
 #include <QLocale>
 #include <QPushButton>
 
-#include "fenklib/config/WideLayout.h"
+#include "fenklib/frame/WideLayout.h"
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/DialogIds.h"

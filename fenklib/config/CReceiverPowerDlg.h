@@ -2,7 +2,7 @@
 #include <QTimer>
 #include <optional>
 
-#include "fenklib/config/CParamFields.h"
+#include "fenklib/frame/CParamFields.h"
 #include "fenklib/frame/CFenkDialog.h"
 
 // Batteries, external supply, charger and board (refreshed while the dialog is open), the power

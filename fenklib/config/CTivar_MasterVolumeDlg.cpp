@@ -1,7 +1,7 @@
 #include "fenklib/config/CTivar_MasterVolumeDlg.h"
 
 #include "fenklib/config/AudioControls.h"
-#include "fenklib/config/WideLayout.h"
+#include "fenklib/frame/WideLayout.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"

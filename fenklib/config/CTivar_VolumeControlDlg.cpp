@@ -3,7 +3,7 @@
 #include <QLabel>
 
 #include "fenklib/config/AudioControls.h"
-#include "fenklib/config/WideLayout.h"
+#include "fenklib/frame/WideLayout.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"

@@ -2,7 +2,7 @@
 
 #include <QLabel>
 
-#include "fenklib/config/WideLayout.h"
+#include "fenklib/frame/WideLayout.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"

@@ -1,7 +1,7 @@
 #pragma once
 #include "fenklib/frame/CDialogControls.h"
 #include "fenklib/frame/CFenkDialog.h"
-#include "fenklib/messages/CMessageListEditor.h"
+#include "fenklib/msglist/CMessageListEditor.h"
 
 // The messages recorded into the two current log files ("cur/file/a", "cur/file/b"): read
 // when it opens, written back with "dm" and "em" on OK.

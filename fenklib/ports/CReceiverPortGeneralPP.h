@@ -2,7 +2,7 @@
 #include <optional>
 
 #include "fenklib/frame/CDialogControls.h"
-#include "fenklib/messages/MessageList.h"
+#include "fenklib/msglist/MessageList.h"
 #include "fenklib/ports/CReceiverPortBasePP.h"
 
 namespace devio {

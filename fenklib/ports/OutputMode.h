@@ -2,7 +2,7 @@
 #include <optional>
 #include <span>
 
-#include "fenklib/messages/PredefinedMessageSets.h"
+#include "fenklib/msglist/PredefinedMessageSets.h"
 
 // The choices of a port's "Output Mode:": nothing, the port's own list, or a named set.
 enum class EOutputMode : int { None = 0, UserDefined = 1, NamedSet = 2 };

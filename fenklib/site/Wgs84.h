@@ -2,7 +2,7 @@
 #include "fenklib/frame/CFenkGlobalSettings.h"
 #include "fenklib/receiver/VokTypes.h"
 
-// Positions on the WGS-84 ellipsoid, and the angle forms a surveyor types.
+// The receiver's position records on the WGS-84 ellipsoid, and the angle forms a surveyor types.
 namespace wgs84 {
 
 devio::vok::POS_XYZ ToXyz(const devio::vok::POS_GEO& geo);

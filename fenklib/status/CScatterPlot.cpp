@@ -24,7 +24,7 @@ void CScatterPlot::FitToSamples() {
 
 // The farthest sample from the mean with a margin, never below a centimetre.
 double CScatterPlot::FittedSpan() const {
-    const wgs84::ENU mean = m_samples.Mean();
+    const geodesy::Enu mean = m_samples.Mean();
     double farthest = 0;
     for (const auto& s : m_samples.Samples())
         farthest = std::max(farthest, std::hypot(s.enu.east - mean.east, s.enu.north - mean.north));
@@ -41,7 +41,7 @@ void CScatterPlot::paintEvent(QPaintEvent*) {
     p.setPen(QColor(200, 200, 200));
     p.drawLine(QPointF(c.x() - half, c.y()), QPointF(c.x() + half, c.y()));
     p.drawLine(QPointF(c.x(), c.y() - half), QPointF(c.x(), c.y() + half));
-    const wgs84::ENU mean = m_samples.Mean();
+    const geodesy::Enu mean = m_samples.Mean();
     p.setPen(Qt::NoPen);
     p.setBrush(QColor(0, 90, 200));
     for (const auto& s : m_samples.Samples())

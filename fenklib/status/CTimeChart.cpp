@@ -21,14 +21,14 @@ void CTimeChart::paintEvent(QPaintEvent*) {
     p.setPen(QColor(200, 200, 200));
     p.drawLine(QPointF(0, midY), QPointF(width(), midY));
     if (samples.empty()) return;
-    const wgs84::ENU mean = m_samples.Mean();
+    const geodesy::Enu mean = m_samples.Mean();
     double largest = 0.001;
     for (const auto& s : samples)
         largest = std::max({largest, std::fabs(s.enu.east - mean.east), std::fabs(s.enu.north - mean.north), std::fabs(s.enu.up - mean.up)});
     const double yScale = (height() / 2.0 - 12) / largest;
     const QDateTime end = samples.back().time;
     const double xScale = width() / (m_windowSeconds * 1000.0);
-    const auto trace = [&](const QColor& colour, double wgs84::ENU::*axis, double meanValue) {
+    const auto trace = [&](const QColor& colour, double geodesy::Enu::*axis, double meanValue) {
         QPainterPath path;
         bool first = true;
         for (const auto& s : samples) {
@@ -41,9 +41,9 @@ void CTimeChart::paintEvent(QPaintEvent*) {
         p.drawPath(path);
     };
     p.setRenderHint(QPainter::Antialiasing);
-    trace(QColor(200, 40, 40), &wgs84::ENU::east, mean.east);
-    trace(QColor(40, 150, 40), &wgs84::ENU::north, mean.north);
-    trace(QColor(40, 60, 200), &wgs84::ENU::up, mean.up);
+    trace(QColor(200, 40, 40), &geodesy::Enu::east, mean.east);
+    trace(QColor(40, 150, 40), &geodesy::Enu::north, mean.north);
+    trace(QColor(40, 60, 200), &geodesy::Enu::up, mean.up);
     p.setPen(Qt::black);
     p.drawText(QPointF(4, 12), QStringLiteral("±") + QLocale().toString(largest, 'f', 3) + LoadResString(IDS_METRES).ToQString());
 }

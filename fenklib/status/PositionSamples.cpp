@@ -10,15 +10,10 @@ void CPositionSamples::Add(const devio::POSITION_RECORD& r, const QDateTime& tim
         ++m_heldLeftOut;
         return;
     }
-    const wgs84::XYZ xyz{r.x, r.y, r.z};
-    if (!m_origin) {
-        m_origin = xyz;
-        const wgs84::GEO geo = wgs84::XyzToGeo(xyz);
-        m_originLat = geo.lat;
-        m_originLon = geo.lon;
-    }
+    const geodesy::Cartesian xyz{r.x, r.y, r.z};
+    if (!m_origin) m_origin = geodesy::ToGeodetic(xyz);
     if (m_samples.size() >= m_capacity) m_samples.pop_front();
-    m_samples.push_back({time, wgs84::ToEnu(*m_origin, m_originLat, m_originLon, xyz)});
+    m_samples.push_back({time, geodesy::ToEnu(*m_origin, xyz)});
 }
 
 void CPositionSamples::Reset() {
@@ -31,8 +26,8 @@ void CPositionSamples::DropOlderThan(const QDateTime& limit) {
     while (!m_samples.empty() && m_samples.front().time < limit) m_samples.pop_front();
 }
 
-wgs84::ENU CPositionSamples::Mean() const {
-    wgs84::ENU m{0, 0, 0};
+geodesy::Enu CPositionSamples::Mean() const {
+    geodesy::Enu m{0, 0, 0};
     if (m_samples.empty()) return m;
     for (const SAMPLE& s : m_samples) {
         m.east += s.enu.east;
@@ -50,7 +45,7 @@ CPositionSamples::STATISTICS CPositionSamples::Statistics() const {
     st.mean = Mean();
     std::vector<double> radii;
     radii.reserve(st.count);
-    wgs84::ENU sq{0, 0, 0};
+    geodesy::Enu sq{0, 0, 0};
     for (const SAMPLE& s : m_samples) {
         const double e = s.enu.east - st.mean.east, n = s.enu.north - st.mean.north, u = s.enu.up - st.mean.up;
         sq.east += e * e;

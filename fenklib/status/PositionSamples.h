@@ -3,7 +3,8 @@
 #include <deque>
 #include <optional>
 
-#include "fenklib/status/Wgs84.h"
+#include "platform/devio/PositionRecord.h"
+#include "platform/geodesy/Wgs84.h"
 
 // The recent fixes of an occupation as east/north/up offsets from the first one, with the
 // statistics a surveyor reads off them. Bounded: the oldest samples leave first.
@@ -11,12 +12,12 @@ class CPositionSamples {
 public:
     struct SAMPLE {
         QDateTime time;
-        wgs84::ENU enu;
+        geodesy::Enu enu;
     };
     struct STATISTICS {
         size_t count = 0;
-        wgs84::ENU mean{0, 0, 0};
-        wgs84::ENU deviation{0, 0, 0};   // standard deviation per axis
+        geodesy::Enu mean{0, 0, 0};
+        geodesy::Enu deviation{0, 0, 0};   // standard deviation per axis
         double cep50 = 0, cep95 = 0;     // horizontal radius around the mean holding 50 / 95 %
     };
 
@@ -33,12 +34,11 @@ public:
 
     const std::deque<SAMPLE>& Samples() const { return m_samples; }
     STATISTICS Statistics() const;
-    wgs84::ENU Mean() const;
+    geodesy::Enu Mean() const;
 
 private:
     size_t m_capacity;
-    std::optional<wgs84::XYZ> m_origin;
-    double m_originLat = 0, m_originLon = 0;
+    std::optional<geodesy::Geodetic> m_origin;
     std::deque<SAMPLE> m_samples;
     size_t m_heldLeftOut = 0;
 };

@@ -1,8 +1,9 @@
 #include "platform/basekit/CRegistryBatch.h"
 
-#include <QFile>
 #include <QSettings>
 #include <QStringList>
+
+#include "platform/basekit/StoreGuard.h"
 
 namespace basekit {
 
@@ -18,14 +19,8 @@ std::unique_ptr<QSettings> OpenStore(HKEY root, const QStringList& parts) {
 CRegistryBatch::CRegistryBatch(HKEY root, const ustring& storeKey) {
     const QStringList parts = storeKey.ToQString().split(QLatin1Char('\\'), Qt::SkipEmptyParts);
     m_prefix = parts.value(0) + QLatin1Char('\\') + parts.value(1) + QLatin1Char('\\');
-    m_settings = OpenStore(root, parts);
-    if (m_settings->status() != QSettings::FormatError) return;
-    // Keep the unreadable file for the user instead of silently replacing it with defaults.
-    const QString file = m_settings->fileName();
-    m_settings.reset();
-    m_setAside = file + QStringLiteral(".bad");
-    QFile::remove(m_setAside);
-    if (!QFile::rename(file, m_setAside)) m_setAside.clear();
+    // Checked before the store is read, so junk is never taken for keys and written back.
+    m_setAside = GuardStoreFile(OpenStore(root, parts)->fileName());
     m_settings = OpenStore(root, parts);
 }
 

@@ -20,8 +20,8 @@ public:
     CRegistryBatch(const CRegistryBatch&) = delete;
     CRegistryBatch& operator=(const CRegistryBatch&) = delete;
 
-    // The store's file could not be parsed; it was moved aside to the returned path and the
-    // batch starts empty. Empty when the file was fine.
+    // The store's file did not parse and was moved aside, in this process, to the returned path
+    // (GuardStoreFile); the batch started from an empty store. Empty when the file was fine.
     QString SetAsidePath() const { return m_setAside; }
 
     bool Get(const ustring& key, const ustring& name, std::uint32_t& value) const;

@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <memory>
 
+#include "platform/basekit/StoreGuard.h"
+
 namespace basekit {
 
 namespace {
@@ -14,6 +16,7 @@ std::unique_ptr<QSettings> Open(HKEY root, const ustring& key) {
     const QStringList parts = key.ToQString().split(QLatin1Char('\\'), Qt::SkipEmptyParts);
     if (parts.size() < 2) return nullptr;
     const QSettings::Scope scope = root == HKEY::CurrentUser ? QSettings::UserScope : QSettings::SystemScope;
+    GuardStoreFile(QSettings(QSettings::NativeFormat, scope, parts[0], parts[1]).fileName());
     auto settings = std::make_unique<QSettings>(QSettings::NativeFormat, scope, parts[0], parts[1]);
     const QString group = parts.mid(2).join(QLatin1Char('/'));
     if (!group.isEmpty()) settings->beginGroup(group);

@@ -3,9 +3,16 @@
 #include <QSettings>
 #include <QWidget>
 
+#include "platform/basekit/StoreGuard.h"
+
 namespace uikit {
 
 namespace {
+QSettings Store() {
+    basekit::GuardDefaultStore();
+    return QSettings();
+}
+
 QString KeyOf(const basekit::ustring& name) {
     return QStringLiteral("WindowPlacement/") + name.ToQString();
 }
@@ -13,12 +20,12 @@ QString KeyOf(const basekit::ustring& name) {
 
 void CWindowPlacement::Save(const QWidget& window, const basekit::ustring& name) {
     if (name.empty()) return;
-    QSettings().setValue(KeyOf(name), window.saveGeometry());
+    Store().setValue(KeyOf(name), window.saveGeometry());
 }
 
 bool CWindowPlacement::Restore(QWidget& window, const basekit::ustring& name) {
     if (name.empty()) return false;
-    const QByteArray geometry = QSettings().value(KeyOf(name)).toByteArray();
+    const QByteArray geometry = Store().value(KeyOf(name)).toByteArray();
     return !geometry.isEmpty() && window.restoreGeometry(geometry);
 }
 

@@ -5,6 +5,8 @@
 #include <QSettings>
 #include <optional>
 
+#include "platform/basekit/StoreGuard.h"
+
 namespace uikit {
 
 namespace {
@@ -17,6 +19,7 @@ std::optional<bool> ForcedByEnvironment() {
 }
 
 std::optional<bool> ForcedBySettings() {
+    basekit::GuardDefaultStore();
     const QVariant value = QSettings().value(QStringLiteral("uikit/WideScreen"));
     if (!value.isValid()) return std::nullopt;
     return value.toBool();

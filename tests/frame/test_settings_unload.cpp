@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <functional>
@@ -128,23 +129,48 @@ TEST_F(SettingsTest, AnotherInstancesSavedChangesSurvive) {
     EXPECT_TRUE(store.contains(QStringLiteral("GlobalSettings/SiteParameters/Dynamics"))) << "all ten are written";
 }
 
+// A store that does not parse (a power cut can leave random bytes in it) is set aside under a
+// dated name, the defaults are in effect, the user is told once, and the junk is never written
+// back as keys.
 TEST_F(SettingsTest, AnUnreadableStoreIsKeptAsideAndToldOnce) {
-    const QString file = Store().fileName();
-    {
-        QDir().mkpath(QFileInfo(file).absolutePath());
-        QFile broken(file);
-        ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
-        broken.write("[GlobalSettings\nthis line has no value\n");
+    QByteArray random;
+    for (unsigned seed = 17, i = 0; i < 400; ++i) random.append(static_cast<char>((seed = seed * 1103515245u + 12345u) >> 16));
+    struct ROW {
+        const char* legend;
+        QByteArray content;
+    };
+    const ROW rows[] = {
+        {"a group never closed", "[GlobalSettings\nthis line has no value\n"},
+        {"random bytes after a good value", "[GlobalSettings]\nGeneral\\Zed_Settings=63\n" + random},
+    };
+    for (const ROW& row : rows) {
+        const QString file = Store().fileName();
+        const QDir folder = QFileInfo(file).absoluteDir();
+        for (const QString& old : folder.entryList(QDir::Files)) QFile::remove(folder.filePath(old));
+        QDir().mkpath(folder.path());
+        {
+            QFile broken(file);
+            ASSERT_TRUE(broken.open(QIODevice::WriteOnly)) << row.legend;
+            broken.write(row.content);
+        }
+        WithLibrary([&](CFenkGlobalSettings& s, void*) {
+            const std::wstring told = s.TakeStoreProblem();
+            EXPECT_NE(told.find(L".bad"), std::wstring::npos) << row.legend;
+            EXPECT_TRUE(s.TakeStoreProblem().empty()) << row.legend << ": said once";
+            EXPECT_EQ(s.GetZedSettings().word, 9u) << row.legend << ": defaults in use";
+        });
+        const QStringList aside = folder.entryList({QFileInfo(file).fileName() + QStringLiteral(".*.bad")}, QDir::Files);
+        ASSERT_EQ(aside.size(), 1) << row.legend;
+        EXPECT_TRUE(QRegularExpression(QStringLiteral("\\.\\d{8}-\\d{6}\\.bad$")).match(aside[0]).hasMatch()) << aside[0].toStdString();
+        QFile kept(folder.filePath(aside[0]));
+        ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+        EXPECT_EQ(kept.readAll(), row.content) << row.legend << ": the user's file is kept as it was";
+        QFile saved(file);
+        ASSERT_TRUE(saved.open(QIODevice::ReadOnly)) << row.legend;
+        const QByteArray now = saved.readAll();
+        EXPECT_FALSE(now.contains(random.left(8))) << row.legend << ": no junk written back";
+        EXPECT_EQ(Store().value(QStringLiteral("GlobalSettings/General/Zed_Settings")).toInt(), 9) << row.legend;
     }
-    WithLibrary([](CFenkGlobalSettings& s, void*) {
-        EXPECT_NE(s.TakeStoreProblem().find(L".bad"), std::wstring::npos);
-        EXPECT_TRUE(s.TakeStoreProblem().empty()) << "said once";
-        EXPECT_EQ(s.GetZedSettings().word, 9u) << "defaults in use";
-    });
-    QFile kept(file + QStringLiteral(".bad"));
-    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(kept.readAll().startsWith("[GlobalSettings\n")) << "the user's file is kept as it was";
-    EXPECT_EQ(Store().value(QStringLiteral("GlobalSettings/General/Zed_Settings")).toInt(), 9);
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QDir>
-#include <QEventLoop>
 #include <QFile>
 #include <QLineEdit>
 #include <QSettings>
@@ -25,6 +24,8 @@
 #include "platform/uikit/CFileDialogResponder.h"
 #include "platform/uikit/CMessageBoxResponder.h"
 #include "support/EventTrigger.h"
+#include "support/ModalDriver.h"
+#include "support/SettingsSandbox.h"
 
 using basekit::ustring;
 using fenktest::WaitIdle;
@@ -32,19 +33,6 @@ using fenktest::SimLink;
 using P = CExplorerAFRMPP;
 
 namespace {
-
-// Waits, inside whatever modal loop runs, until done() holds; bounded at 60 s.
-bool WaitFor(const std::function<bool()>& done) {
-    QEventLoop loop;
-    QTimer check;
-    int ticks = 0;
-    QObject::connect(&check, &QTimer::timeout, &loop, [&] {
-        if (done() || ++ticks > 6000) loop.quit();
-    });
-    check.start(10);
-    loop.exec();
-    return done();
-}
 
 bool Idle(const QWidget& w) { return w.window()->property("fenkIdle").toBool(); }
 
@@ -69,9 +57,9 @@ TEST(FileExplorer, FilesAndRotationPagesAgainstTheSimulator) {
     CReceiverFileExplorerPS sheet(link.Receiver(), nullptr);
     devio::CVokReceiverMate mate(link.Receiver());
     const ustring current = mate.GetCurrentFile(L'a');
-    QTimer::singleShot(0, &sheet, [&] {
+    fenktest::DriveModal(sheet, [&] {
         auto& files = sheet.FilesPage();
-        ASSERT_TRUE(WaitFor([&] { return Idle(files) && !files.Files().empty(); }));
+        ASSERT_TRUE(fenktest::Await(&sheet, [&] { return Idle(files) && !files.Files().empty(); }));
         EXPECT_EQ(files.Files().size(), 4u) << "two old logs, yesterday's and today's";
         EXPECT_EQ(files.Files()[0].size, 4096u);
         EXPECT_EQ(files.Files()[1].size, 70000u);
@@ -110,7 +98,7 @@ TEST(FileExplorer, FilesAndRotationPagesAgainstTheSimulator) {
         EXPECT_EQ(mate.Get(devio::par::LogRotCount), before + 1);
         EXPECT_NE(mate.GetCurrentFile(L'a'), current) << "the force started a new file";
         const QString expected = QString::number(before + 1);
-        EXPECT_TRUE(WaitFor([&] { return afrm.Controls().Get<QLineEdit>(P::IDC_RUNNING_COUNTER)->text() == expected; }));
+        EXPECT_TRUE(fenktest::Await(&sheet, [&] { return afrm.Controls().Get<QLineEdit>(P::IDC_RUNNING_COUNTER)->text() == expected; }));
         SaveShot(sheet, "file-explorer-afrm");
 
         ASSERT_TRUE(sheet.SetActivePage(1));
@@ -148,7 +136,6 @@ TEST(FileExplorer, FilesAndRotationPagesAgainstTheSimulator) {
         EXPECT_TRUE(second);
         sheet.EndDialog(1);
     });
-    sheet.DoModal();
 }
 
 // Several files downloaded through the Files page and the copy dialog, each byte as the
@@ -161,15 +148,14 @@ TEST(FileExplorer, DownloadThroughTheSheetIsByteForByte) {
     });
     CReceiverFileExplorerPS sheet(link.Receiver(), nullptr);
     std::vector<ustring> names;
-    QTimer::singleShot(0, &sheet, [&] {
+    fenktest::DriveModal(sheet, [&] {
         auto& files = sheet.FilesPage();
-        ASSERT_TRUE(WaitFor([&] { return Idle(files) && !files.Files().empty(); }));
+        ASSERT_TRUE(fenktest::Await(&sheet, [&] { return Idle(files) && !files.Files().empty(); }));
         names = {files.Files()[0].name, files.Files()[1].name};
         files.SelectFiles(names);
         files.OnDownload();   // runs the copy dialog to its end
         sheet.EndDialog(1);
     });
-    sheet.DoModal();
     ASSERT_EQ(names.size(), 2u);
     for (const ustring& name : names) {
         QFile file(QDir(target.path()).filePath(name.ToQString()));
@@ -193,11 +179,11 @@ TEST(FileExplorer, CancelledCopyLeavesNothingBehind) {
     QTemporaryDir target;
     const ustring local = ustring::FromQString(QDir(target.path()).filePath(QStringLiteral("big.fnk")));
     CCopyFileDlg copy(link.Receiver(), nullptr, (L"/log/" + list[0].name).c_str(), local.c_str(), true);
-    QTimer::singleShot(0, &copy, [&] {
-        ASSERT_TRUE(WaitFor([&] { return !copy.SpeedText().empty(); })) << "no progress came";
+    const int result = fenktest::DriveModal(copy, [&] {
+        ASSERT_TRUE(fenktest::Await(&copy, [&] { return !copy.SpeedText().empty(); })) << "no progress came";
         copy.reject();
     });
-    EXPECT_EQ(copy.DoModal(), 2);
+    EXPECT_EQ(result, 2);
     EXPECT_TRUE(QDir(target.path()).entryList(QDir::Files).isEmpty());
 }
 
@@ -222,12 +208,11 @@ TEST(FileExplorer, CopyToTheReceiver) {
 TEST(FileExplorer, FileSystemInformationFollowsTheFiles) {
     SimLink link(SimLink::Over::Tcp, WithLogs({10u * 1024 * 1024}));
     CFileSystemInfoDlg info(link.Receiver(), nullptr);
-    QTimer::singleShot(0, &info, [&] {
-        ASSERT_TRUE(WaitFor([&] { return Idle(info) && info.RowCount() == 10; }));
+    fenktest::DriveModal(info, [&] {
+        ASSERT_TRUE(fenktest::Await(&info, [&] { return Idle(info) && info.RowCount() == 10; }));
         SaveShot(info, "file-system-info");
         info.EndDialog(1);
     });
-    info.DoModal();
     ASSERT_EQ(info.RowCount(), 10);
     EXPECT_GT(info.UsedPerMille(), 0) << "ten megabytes of logs use space";
     EXPECT_EQ(info.RowValue(3), ustring::FromQString(QLocale().toString(262144))) << "blocks";
@@ -236,8 +221,7 @@ TEST(FileExplorer, FileSystemInformationFollowsTheFiles) {
 // The Logs page writes the stored site into the current log; a refused event stops the rest and
 // shows one error box, the events before it stay in the log.
 TEST(FileExplorer, LogsPageWritesTheStoredSite) {
-    QTemporaryDir store;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+    const fenktest::CSettingsSandbox store;
     struct Row { const char* legend; SiteParameters site; bool written; const char* lastEvent; };
     const Row rows[] = {
         {"all five", SiteParameters{L"HILL", L"tripod", L"FNK-GA3", 1.5f, true, false}, true, "_ANT=FNK-GA3"},
@@ -249,14 +233,13 @@ TEST(FileExplorer, LogsPageWritesTheStoredSite) {
         CFenkGlobalSettings::Ref().SetSiteParameters(row.site);
         const uikit::CMessageBoxResponder boxes;
         CReceiverFileExplorerPS sheet(link.Receiver(), nullptr);
-        QTimer::singleShot(0, &sheet, [&] {
+        fenktest::DriveModal(sheet, [&] {
             ASSERT_TRUE(sheet.SetActivePage(1));
             ASSERT_TRUE(WaitIdle(&sheet));
             sheet.LogsPage().OnWriteSiteEvents();
             ASSERT_TRUE(WaitIdle(&sheet));
             sheet.EndDialog(1);
         });
-        sheet.DoModal();
         EXPECT_EQ(boxes.Requests().size(), row.written ? 0u : 1u) << row.legend;
         devio::CVokReceiverMate mate(link.Receiver());
         const std::string log = ReceiverBytes(link, mate.GetCurrentFile(L'a'));
@@ -280,14 +263,14 @@ TEST(FileExplorer, ProgressRunEndsWithItsWork) {
                               while (!job.IsStopping() && !release.IsSet()) release.Wait(50);
                           }};
         CProgressDlg dlg(link.Receiver(), nullptr, run);
-        QTimer::singleShot(0, &dlg, [&] {
-            EXPECT_TRUE(WaitFor([&] { return dlg.BarValue() == 500; })) << row.legend;
+        const int result = fenktest::DriveModal(dlg, [&] {
+            EXPECT_TRUE(fenktest::Await(&dlg, [&] { return dlg.BarValue() == 500; })) << row.legend;
             EXPECT_EQ(dlg.Text(), L"half") << row.legend;
             SaveShot(dlg, "progress");
             if (row.cancel) dlg.reject();
             else release.Set();
         });
-        EXPECT_EQ(dlg.DoModal(), row.result) << row.legend;
+        EXPECT_EQ(result, row.result) << row.legend;
     }
 }
 

@@ -15,13 +15,14 @@
 #include "fenklib/frame/DialogTemplate.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/messages/CLoggingMessagesDlg.h"
-#include "fenklib/messages/CMessageListDlg.h"
-#include "fenklib/messages/CRcvMessageDlg.h"
-#include "fenklib/messages/CRcvMessageListDlg.h"
-#include "fenklib/messages/CRcvMessageMulListDlg.h"
+#include "fenklib/msglist/CMessageListDlg.h"
+#include "fenklib/msglist/CRcvMessageDlg.h"
+#include "fenklib/msglist/CRcvMessageListDlg.h"
+#include "fenklib/msglist/CRcvMessageMulListDlg.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "fenklib/resources/StringIds.h"
 #include "platform/uikit/CMessageBoxResponder.h"
+#include "support/ModalDriver.h"
 
 using basekit::ustring;
 using devio::vok::MSG;
@@ -36,25 +37,6 @@ const bool kDataFound = [] {
 }();
 
 bool Idle(const QWidget& w) { return w.property("fenkIdle").toBool(); }
-
-// Runs a dialog; step is called every few milliseconds in its modal loop until it returns true
-// (having ended the dialog). Bounded: after 60 s the dialog is cancelled.
-template <typename Dlg>
-int Drive(Dlg& dlg, const std::function<bool()>& step) {
-    QTimer timer;
-    int ticks = 0;
-    QObject::connect(&timer, &QTimer::timeout, &dlg, [&] {
-        if (!dlg.IsModalRunning()) return;
-        if (step()) {
-            timer.stop();
-        } else if (++ticks > 6000) {
-            timer.stop();
-            dlg.EndDialog(2);
-        }
-    });
-    timer.start(10);
-    return dlg.DoModal();
-}
 
 void Shot(QWidget& w, const char* name) {
     w.grab().save(QString::fromUtf8(qgetenv("FENK_BUILD_DIR")) + QStringLiteral("/tour-%1.png").arg(QLatin1String(name)));
@@ -76,7 +58,7 @@ TEST(MessagePicker, CatalogueTreeAndOkOnlyOnAMessage) {
     QStringList groups;
     QString gga;
     bool okOnGroup = true;
-    const int result = Drive(dlg, [&] {
+    const int result = fenktest::DriveModal(dlg, [&] {
         if (!Idle(dlg) || dlg.Tree()->topLevelItemCount() == 0) return false;
         for (int g = 0; g < dlg.Tree()->topLevelItemCount(); ++g) groups << dlg.Tree()->topLevelItem(g)->text(0);
         gga = Child(dlg.Tree(), QStringLiteral("nmea"), 0)->text(0);
@@ -100,7 +82,7 @@ TEST(MessageMultiPicker, AddsOnceWithTheDefaultScheduleAndDeletesAfterAsking) {
     CRcvMessageMulListDlg dlg(link.Receiver(), nullptr, list);
     std::vector<ustring> shownRow;
     bool adding = true;
-    const int result = Drive(dlg, [&] {
+    const int result = fenktest::DriveModal(dlg, [&] {
         if (!Idle(dlg) || dlg.Tree()->topLevelItemCount() == 0) return false;
         if (adding) {   // the add reads the default schedule as a job: the next step comes when it has ended
             adding = false;
@@ -151,7 +133,7 @@ TEST(MessageMultiPicker, SpaceAndDoubleClickAddOnce) {
         std::vector<MSG> list{{L"nmea/GGA", 1, 0, 0, 0}};
         CRcvMessageMulListDlg dlg(link.Receiver(), nullptr, list);
         bool asked = false;
-        Drive(dlg, [&] {
+        fenktest::DriveModal(dlg, [&] {
             if (!Idle(dlg) || dlg.Tree()->topLevelItemCount() == 0) return false;
             if (asked) {   // the add reads the default schedule as a job: counted once it has ended
                 EXPECT_EQ(dlg.Chosen().size(), row.chosen) << row.legend;
@@ -192,7 +174,7 @@ TEST(MessageEditor, RangesAndFlags) {
         MSG msg{L"nmea/GGA", 1, 0, 0, 0x100};
         CRcvMessageDlg dlg(link.Receiver(), nullptr, msg);
         const uikit::CMessageBoxResponder boxes;
-        const int result = Drive(dlg, [&] {
+        const int result = fenktest::DriveModal(dlg, [&] {
             qobject_cast<QLineEdit*>(dlg.Control(CRcvMessageDlg::IDC_PERIOD))->setText(QString::fromLatin1(c.period));
             qobject_cast<QLineEdit*>(dlg.Control(CRcvMessageDlg::IDC_PHASE))->setText(QString::fromLatin1(c.phase));
             qobject_cast<QLineEdit*>(dlg.Control(CRcvMessageDlg::IDC_COUNT))->setText(QString::fromLatin1(c.count));
@@ -223,7 +205,7 @@ TEST(MessageEditor, NameGivenOrChosen) {
     for (const Case& c : cases) {
         MSG msg{c.name, 1, 0, 0, 0};
         CRcvMessageDlg dlg(link.Receiver(), nullptr, msg);
-        Drive(dlg, [&] {
+        fenktest::DriveModal(dlg, [&] {
             EXPECT_EQ(dlg.Control(CRcvMessageDlg::IDC_BROWSE)->isEnabled(), c.browse) << c.legend;
             EXPECT_EQ(dlg.Control(IDOK_BUTTON)->isEnabled(), c.ok) << c.legend;
             EXPECT_EQ(qobject_cast<QLineEdit*>(dlg.Control(CRcvMessageDlg::IDC_NAME))->text(), QString::fromUtf8(c.shown)) << c.legend;
@@ -243,7 +225,7 @@ TEST(MessageListDialog, AddMergesEditDeleteAndOkCopiesBack) {
     int stage = 0;
     bool keepEdit = false;
     bool picked = false;
-    const int result = Drive(dlg, [&] {
+    const int result = fenktest::DriveModal(dlg, [&] {
         QWidget* modal = QApplication::activeModalWidget();
         if (auto* picker = dynamic_cast<CRcvMessageMulListDlg*>(modal)) {
             if (!Idle(*picker) || picker->Tree()->topLevelItemCount() == 0) return false;
@@ -310,7 +292,7 @@ TEST(MessageListDialog, OverloadedPortAsksBeforeKeeping) {
         CMessageListDlg dlg(link.Receiver(), nullptr, list);
         dlg.SetLineRate(c.rate);
         const uikit::CMessageBoxResponder boxes([&](const uikit::MessageBoxRequest&) { return c.answer; });
-        const int result = Drive(dlg, [&] {
+        const int result = fenktest::DriveModal(dlg, [&] {
             dlg.accept();
             if (c.answer == uikit::IDNO && !boxes.Requests().empty()) dlg.reject();   // No: it stayed open
             return true;
@@ -328,7 +310,7 @@ TEST(LoggingMessages, ReadsAndWritesBothLogFiles) {
     }
     CLoggingMessagesDlg dlg(link.Receiver(), nullptr);
     std::size_t readA = 99, readB = 99;
-    const int result = Drive(dlg, [&] {
+    const int result = fenktest::DriveModal(dlg, [&] {
         if (!Idle(dlg) || !dlg.findChild<QPushButton*>()->isEnabled()) return false;
         readA = dlg.EditorA().Messages().size();
         readB = dlg.EditorB().Messages().size();

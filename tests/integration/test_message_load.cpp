@@ -3,8 +3,8 @@
 
 #include <QFile>
 
-#include "fenklib/messages/MessageRegistry.h"
-#include "fenklib/messages/PortLoad.h"
+#include "fenklib/msglist/MessageRegistry.h"
+#include "fenklib/msglist/PortLoad.h"
 #include "tools/rcvsim/Receiver.h"
 #include "tools/rcvsim/SimClock.h"
 

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "SimLink.h"
+#include "support/Completion.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "platform/basekit/CCommException.h"
 #include "platform/basekit/CWinException.h"
@@ -131,25 +132,25 @@ TEST(VocabularyFaults, OldFirmwareFallsBackAndSlowRepliesWait) {
 }
 
 // The link is dropped while the command waits on a silent receiver: it fails as lost, not by
-// waiting out its minute. (The drop still waits on a sleep: the simulator tells no "command seen".)
+// waiting out its minute. The command is on the wire once IssueCommand returns.
 TEST(VocabularyFaults, ADroppedLinkFailsTheWaitingCommand) {
     SimLink link;
     rcvsim::FaultPlan silent;
     silent.silenceAll = true;
     link.sim->SetFaults(silent);
+    fenktest::Completion waiting;
+    link.receiver->IssueCommand(L"print,rcv/model", true, waiting.reply, waiting.notice, 60000, false);
+    link.sim->DropLinks();
+    ASSERT_TRUE(waiting.Wait(90000)) << "past its own time-out: a hang guard only";
+    EXPECT_EQ(waiting.reply->Take().linkError, basekit::kErrorLinkLost) << "not the minute's time-out";
+    EXPECT_FALSE(link.receiver->IsReady());
     CVokReceiverMate mate(link.Receiver());
-    std::thread dropper([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
-        link.sim->DropLinks();
-    });
     try {
         mate.ExecuteCommand(L"print,rcv/model", true, 60000);
-        FAIL();
+        FAIL() << "a command on the dropped link must fail";
     } catch (const basekit::CWinException& e) {
         EXPECT_EQ(e.Code(), basekit::kErrorLinkLost);
     }
-    dropper.join();
-    EXPECT_FALSE(link.receiver->IsReady());
 }
 
 TEST(VocabularyFaults, AMegabyteReplyThroughGarbageBursts) {

@@ -23,6 +23,7 @@
 #include <QTreeWidget>
 #include "tools/rcvsim/RcvSim.h"
 #include "platform/uikit/CMessageBoxResponder.h"
+#include "support/SettingsSandbox.h"
 
 namespace {
 
@@ -77,8 +78,7 @@ unsigned TestProbe(const basekit::CSmartPtr<devio::IReceiver>& receiver, unsigne
 // Connecting says what answered, or plainly that nothing does; a failed attempt keeps the link
 // that was working.
 TEST(Host, ConnectSaysWhatAnsweredOrThatNothingDoes) {
-    QTemporaryDir store;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+    const fenktest::CSettingsSandbox store;
     rcvsim::RcvSim answering;
     const int answeringPort = answering.StartTcp("127.0.0.1", 0);
     rcvsim::SimOptions silentOptions;
@@ -123,8 +123,7 @@ TEST(Host, ConnectSaysWhatAnsweredOrThatNothingDoes) {
 
 // A link dropped mid-reading is reported lost and comes back by itself.
 TEST(Host, LostLinkIsShownAndReconnectsByItself) {
-    QTemporaryDir store;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+    const fenktest::CSettingsSandbox store;
     rcvsim::RcvSim sim;
     const int port = sim.StartTcp("127.0.0.1", 0);
     const CFenkBinding noLibrary;
@@ -147,8 +146,7 @@ TEST(Host, LostLinkIsShownAndReconnectsByItself) {
 
 // The connection dialog enables the chosen kind's fields only and remembers each kind's last link.
 TEST(Host, ConnectDialogRemembersEachKindAndEnablesOnlyItsFields) {
-    QTemporaryDir store;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+    const fenktest::CSettingsSandbox store;
     {
         CConnectDlg tcp(nullptr, L"tcp://127.0.0.1:5555");
         EXPECT_EQ(tcp.Url(), L"tcp://127.0.0.1:5555");
@@ -196,8 +194,7 @@ TEST(Host, FollowsTheReconfiguredPortOrGoesBackSayingWhy) {
         {"the line stays: back, old settings written", true, true, "baud=115200", "115200", L"did not answer at the new settings (serial"},
         {"a link without line settings reopens as it was", false, false, "sim:", "", L""},
     };
-    QTemporaryDir store;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+    const fenktest::CSettingsSandbox store;
     CFenkBinding binding;
     ASSERT_TRUE(binding.Load(QStringLiteral(FENK_LIBRARY_PATH))) << binding.ErrorText().toStdString();
     const auto& launchers = binding.Launchers();

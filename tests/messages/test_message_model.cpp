@@ -4,10 +4,10 @@
 
 #include <QFile>
 
-#include "fenklib/messages/MessageList.h"
-#include "fenklib/messages/MessageRegistry.h"
-#include "fenklib/messages/PortLoad.h"
-#include "fenklib/messages/PredefinedMessageSets.h"
+#include "fenklib/msglist/MessageList.h"
+#include "fenklib/msglist/MessageRegistry.h"
+#include "fenklib/msglist/PortLoad.h"
+#include "fenklib/msglist/PredefinedMessageSets.h"
 
 using basekit::ustring;
 using devio::vok::MSG;

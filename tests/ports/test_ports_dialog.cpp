@@ -15,7 +15,7 @@
 #include "fenklib/ports/CReceiverPortsDlg.h"
 #include "fenklib/ports/CSerialPortPS.h"
 #include "fenklib/ports/CUniversalPortPS.h"
-#include "fenklib/messages/MessageViews.h"
+#include "fenklib/msglist/MessageViews.h"
 #include "platform/uikit/CMessageBoxResponder.h"
 #include "support/ScriptedReceiver.h"
 

@@ -111,13 +111,13 @@ TEST(Coordinates, WritingGeodeticRewritesCartesianAndBack) {
     ASSERT_EQ(sim.Run("set,ref/arp//geo," + CoordText::FormatGeo(g)).status, 0);
     const auto e = CoordText::ParseXyz(sim.Print("ref/arp/gps/xyz"));
     ASSERT_TRUE(e);
-    const Ecef want = Geodesy::ToEcef(g);
+    const Ecef want = geodesy::ToCartesian(g);
     EXPECT_NEAR(e->x, want.x, 1e-3);
     EXPECT_NEAR(e->z, want.z, 1e-3);
     ASSERT_EQ(sim.Run("set,ref/pos//xyz,{W84,2845455.0000,2160422.0000,5265220.0000}").status, 0);
     const auto back = CoordText::ParseGeo(sim.Print("ref/pos/gps/geo"));
     ASSERT_TRUE(back);
-    const Ecef again = Geodesy::ToEcef(*back);
+    const Ecef again = geodesy::ToCartesian(*back);
     EXPECT_NEAR(again.x, 2845455.0, 1e-3);
     EXPECT_NEAR(again.y, 2160422.0, 1e-3);
 }

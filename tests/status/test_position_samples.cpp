@@ -9,8 +9,8 @@ namespace {
 
 // A fix at east/north/up metres from a site at 45 N 10 E.
 devio::POSITION_RECORD At(double east, double north, double up) {
-    const double lat = 45 * wgs84::kDegToRad, lon = 10 * wgs84::kDegToRad;
-    const wgs84::XYZ o = wgs84::GeoToXyz({lat, lon, 100});
+    const double lat = geodesy::Radians(45), lon = geodesy::Radians(10);
+    const geodesy::Cartesian o = geodesy::ToCartesian({45, 10, 100});
     const double sl = std::sin(lat), cl = std::cos(lat), so = std::sin(lon), co = std::cos(lon);
     devio::POSITION_RECORD r;
     r.xyzValid = 1;

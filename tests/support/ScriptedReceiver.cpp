@@ -41,6 +41,7 @@ devio::CommandId CScriptedReceiver::IssueCommand(const ustring& command, bool se
         id = m_next++;
         m_pending[id] = {reply, notice};
     }
+    m_issued.notify_all();
     if (!sendFlag) step = Reply(L"");
     if (step.kind == Kind::Held) {
         const std::lock_guard lock(m_mutex);

@@ -1,6 +1,7 @@
 #pragma once
 // A receiver whose answers are scripted: command seen -> reply, error reply, silence or a lost
 // link, optionally after a delay. It records what was sent, cancelled and subscribed.
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <map>
@@ -73,6 +74,12 @@ public:
         auto all = Sent();
         std::erase(all, command);
         return all;
+    }
+    // Returns once command has been issued: a test acts while it is pending. The bound is a
+    // hang guard only; false when it passed.
+    bool WaitIssued(const ustring& command, std::chrono::milliseconds guard = std::chrono::seconds(60)) const {
+        std::unique_lock lock(m_mutex);
+        return m_issued.wait_for(lock, guard, [&] { return std::find(m_sent.begin(), m_sent.end(), command) != m_sent.end(); });
     }
     size_t Cancels() const {
         const std::lock_guard lock(m_mutex);
@@ -164,6 +171,7 @@ private:
     std::vector<unsigned> m_timeouts;
     std::vector<std::thread> m_threads;
     std::condition_variable m_wake;
+    mutable std::condition_variable m_issued;
     bool m_closing = false;
 };
 

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QSettings>
 #include <QTextStream>
 #include <QTimer>
 #include <string>
@@ -12,6 +13,7 @@
 
 #include "platform/basekit/CResourceInstance.h"
 #include "platform/basekit/CStdException.h"
+#include "platform/basekit/StoreGuard.h"
 #include "tools/lyn-utility/CConnection.h"
 #include "tools/lyn-utility/CHeadlessTour.h"
 #include "tools/lyn-utility/CMainWindow.h"
@@ -28,6 +30,14 @@ void QuietToolkit(QtMsgType type, const QMessageLogContext& context, const QStri
     if (type == QtDebugMsg || type == QtInfoMsg || toolkit || message.startsWith(QLatin1String("This plugin does not support")))
         return;
     QTextStream(stderr) << message << Qt::endl;
+}
+
+// Every per-user store of the process (the host's, the library's, the window placements) in
+// folder, emptied first.
+void SandboxSettings(const QString& folder) {
+    QDir(folder).removeRecursively();
+    QDir().mkpath(folder);
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QDir(folder).absolutePath());
 }
 
 }  // namespace
@@ -53,6 +63,12 @@ int main(int argc, char** argv) {
                                      QStringLiteral("file"));
     parser.addOptions({link, tour, library, wireLog});
     parser.process(app);
+    const bool touring = headless || parser.isSet(tour);
+    const QString tourFolder = parser.isSet(tour) ? parser.value(tour) : QStringLiteral("lyn-utility-tour");
+    // The tour starts from the defaults every time and leaves the user's own settings (window
+    // placements, the library's store) as they were: its store is a folder of its own.
+    if (touring) SandboxSettings(QDir(tourFolder).filePath(QStringLiteral("settings")));
+    basekit::GuardDefaultStore();   // before anything reads the store: junk is set aside, not kept
 
     QTextStream out(stdout);
     CFenkBinding binding;
@@ -74,11 +90,10 @@ int main(int argc, char** argv) {
                 << Qt::endl;
             return 2;
         }
-        if (headless || parser.isSet(tour)) {
+        if (touring) {
             qInstallMessageHandler(QuietToolkit);
-            const QString folder = parser.isSet(tour) ? parser.value(tour) : QStringLiteral("lyn-utility-tour");
-            QDir().mkpath(folder);
-            status = CHeadlessTour(binding, connection, QDir(folder), out).Run(url) == 0 ? 0 : 1;
+            QDir().mkpath(tourFolder);
+            status = CHeadlessTour(binding, connection, QDir(tourFolder), out).Run(url) == 0 ? 0 : 1;
         } else {
             CMainWindow window(binding, connection);
             window.show();

@@ -26,9 +26,9 @@ void AddWalker(std::vector<Satellite>& out, GnssSystem sys, int planes, int perP
             sat.system = sys;
             sat.prn = firstPrn + p * perPlane + s;
             sat.radius = radius;
-            sat.inclination = Geodesy::Rad(incDeg);
-            sat.raan = Geodesy::Rad(360.0 * p / planes);
-            sat.argLat0 = Geodesy::Rad(360.0 * s / perPlane + 360.0 * f * p / total);
+            sat.inclination = geodesy::Radians(incDeg);
+            sat.raan = geodesy::Radians(360.0 * p / planes);
+            sat.argLat0 = geodesy::Radians(360.0 * s / perPlane + 360.0 * f * p / total);
             sat.motion = Motion(radius);
             out.push_back(sat);
         }
@@ -55,10 +55,10 @@ void AddFigureEights(std::vector<Satellite>& out, GnssSystem sys, int firstPrn, 
         sat.system = sys;
         sat.prn = firstPrn + i;
         sat.radius = kGeoRadius;
-        sat.inclination = Geodesy::Rad(incDeg);
-        sat.argLat0 = Geodesy::Rad(360.0 * i / count);
+        sat.inclination = geodesy::Radians(incDeg);
+        sat.argLat0 = geodesy::Radians(360.0 * i / count);
         sat.motion = Geodesy::kEarthRate;
-        sat.raan = Geodesy::Rad(centreLon) + EarthAngle(0) - sat.argLat0;
+        sat.raan = geodesy::Radians(centreLon) + EarthAngle(0) - sat.argLat0;
         out.push_back(sat);
     }
 }
@@ -121,7 +121,7 @@ Constellation::Constellation() {
 
 Ecef Constellation::Position(const Satellite& sat, double t) {
     if (sat.geostationary) {
-        const double lon = Geodesy::Rad(sat.lonDeg);
+        const double lon = geodesy::Radians(sat.lonDeg);
         return {sat.radius * std::cos(lon), sat.radius * std::sin(lon), 0};
     }
     const double u = sat.argLat0 + sat.motion * t;
@@ -144,7 +144,7 @@ std::vector<SatView> Constellation::Visible(const Geodetic& site, double t, doub
         v.elevation = look.elevationDeg;
         v.azimuth = look.azimuthDeg;
         // Signal strength grows with elevation; a small per-satellite offset tells them apart.
-        v.snr = static_cast<int>(std::lround(31 + 17 * std::sin(Geodesy::Rad(look.elevationDeg)) +
+        v.snr = static_cast<int>(std::lround(31 + 17 * std::sin(geodesy::Radians(look.elevationDeg)) +
                                              (sat.prn % 5) - 2));
         v.used = sat.system != GnssSystem::Sbas && look.elevationDeg >= maskDeg;
         views.push_back(v);

@@ -124,7 +124,7 @@ std::vector<Row> LoggingRows() {
 
 std::vector<Row> ReferenceRows(const SimOptions& o) {
     const std::string geo = CoordText::FormatGeo(o.site);
-    const std::string xyz = CoordText::FormatXyz(Geodesy::ToEcef(o.site));
+    const std::string xyz = CoordText::FormatXyz(geodesy::ToCartesian(o.site));
     return {
         {"ref/{arp,pos}/gps/geo", Of(T::GeoCoord), geo},
         {"ref/{arp,pos}/gps/xyz", Of(T::XyzCoord), xyz},

@@ -210,7 +210,7 @@ void Receiver::SeedPoints() {
     for (const auto& s : kPoints) {
         Geodetic g = options_.site;
         g.latDeg += s.north / kMetresPerDegree;
-        g.lonDeg += s.east / (kMetresPerDegree * std::cos(Geodesy::Rad(g.latDeg)));
+        g.lonDeg += s.east / (kMetresPerDegree * std::cos(geodesy::Radians(g.latDeg)));
         g.height += s.up;
         AddPoint(s.slot, s.name, s.id, s.date, g, false);
     }
@@ -221,7 +221,7 @@ void Receiver::AddPoint(int slot, const std::string& name, int id, const std::st
     char base[40];
     std::snprintf(base, sizeof base, "ref/avg/list/pnts/%02d/", slot);
     const std::string b = base;
-    const Ecef here = Geodesy::ToEcef(options_.site), there = Geodesy::ToEcef(where);
+    const Ecef here = geodesy::ToCartesian(options_.site), there = geodesy::ToCartesian(where);
     const double dist = std::sqrt((here.x - there.x) * (here.x - there.x) +
                                   (here.y - there.y) * (here.y - there.y) +
                                   (here.z - there.z) * (here.z - there.z));

@@ -62,7 +62,7 @@ constexpr double kMetresPerDegree = 111320.0;
 Geodetic Wandered(const Geodetic& site, double a, double t) {
     Geodetic g = site;
     g.latDeg += a * std::sin(t / 97.0) / kMetresPerDegree;
-    g.lonDeg += a * std::cos(t / 131.0) / (kMetresPerDegree * std::cos(Geodesy::Rad(site.latDeg)));
+    g.lonDeg += a * std::cos(t / 131.0) / (kMetresPerDegree * std::cos(geodesy::Radians(site.latDeg)));
     g.height += 1.5 * a * std::sin(t / 173.0);
     return g;
 }
@@ -199,9 +199,9 @@ Fix Receiver::MakeFix(double now) const {
     // Speed and course over ground from the wander's slope over one second.
     const Geodetic before = Wandered(options_.site, a, now - 0.5), after = Wandered(options_.site, a, now + 0.5);
     const double north = (after.latDeg - before.latDeg) * kMetresPerDegree;
-    const double east = (after.lonDeg - before.lonDeg) * kMetresPerDegree * std::cos(Geodesy::Rad(options_.site.latDeg));
+    const double east = (after.lonDeg - before.lonDeg) * kMetresPerDegree * std::cos(geodesy::Radians(options_.site.latDeg));
     fix.speed = std::hypot(north, east);
-    fix.course = std::fmod(Geodesy::Deg(std::atan2(east, north)) + 360.0, 360.0);
+    fix.course = std::fmod(geodesy::Degrees(std::atan2(east, north)) + 360.0, 360.0);
     return fix;
 }
 

@@ -204,10 +204,10 @@ void Receiver::SyncCoordinates(const std::string& path) {
     const std::string stem = path.substr(0, path.size() - 3);
     if (path.ends_with("/geo")) {
         const auto g = CoordText::ParseGeo(Value(path));
-        if (g && params_.Find(stem + "xyz")) AssignDerived(stem + "xyz", CoordText::FormatXyz(Geodesy::ToEcef(*g)));
+        if (g && params_.Find(stem + "xyz")) AssignDerived(stem + "xyz", CoordText::FormatXyz(geodesy::ToCartesian(*g)));
     } else if (path.ends_with("/xyz")) {
         const auto e = CoordText::ParseXyz(Value(path));
-        if (e && params_.Find(stem + "geo")) AssignDerived(stem + "geo", CoordText::FormatGeo(Geodesy::ToGeodetic(*e)));
+        if (e && params_.Find(stem + "geo")) AssignDerived(stem + "geo", CoordText::FormatGeo(geodesy::ToGeodetic(*e)));
     }
 }
 

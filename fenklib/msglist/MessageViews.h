@@ -1,8 +1,8 @@
 #pragma once
 #include <vector>
 
-#include "fenklib/messages/MessageList.h"
-#include "fenklib/messages/MessageRegistry.h"
+#include "fenklib/msglist/MessageList.h"
+#include "fenklib/msglist/MessageRegistry.h"
 
 class QLabel;
 class QTreeWidget;

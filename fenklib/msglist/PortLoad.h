@@ -1,6 +1,6 @@
 #pragma once
-#include "fenklib/messages/MessageList.h"
-#include "fenklib/messages/MessageRegistry.h"
+#include "fenklib/msglist/MessageList.h"
+#include "fenklib/msglist/MessageRegistry.h"
 
 namespace fenkmsg {
 

@@ -1,4 +1,4 @@
-#include "fenklib/messages/MessageList.h"
+#include "fenklib/msglist/MessageList.h"
 
 #include <algorithm>
 

@@ -4,7 +4,7 @@
 
 #include "fenklib/frame/DialogTemplate.h"
 
-// The configuration windows' wide-screen layouts: the same controls on a window kWideGrow dialog
+// Wide-screen layouts derived from the normal ones: the same controls on a window kWideGrow dialog
 // units wider, each placed by its anchor as a resize would place it, and with the left column
 // (controls anchored top-left at the window's left edge: labels, buttons) given a share of the
 // width so that long labels are not cut on the wide controllers.

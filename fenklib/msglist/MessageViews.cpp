@@ -1,4 +1,4 @@
-#include "fenklib/messages/MessageViews.h"
+#include "fenklib/msglist/MessageViews.h"
 
 #include <QBitmap>
 #include <QHeaderView>
@@ -9,7 +9,7 @@
 #include <algorithm>
 
 #include "fenklib/frame/LibraryHelpers.h"
-#include "fenklib/messages/PortLoad.h"
+#include "fenklib/msglist/PortLoad.h"
 #include "fenklib/receiver/CVokReceiverMate.h"
 #include "fenklib/resources/FenkImages.h"
 #include "fenklib/resources/ImageIds.h"

@@ -1,11 +1,11 @@
-#include "fenklib/messages/CRcvMessageListDlg.h"
+#include "fenklib/msglist/CRcvMessageListDlg.h"
 
 #include <QPushButton>
 #include <QTreeWidget>
 
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
-#include "fenklib/messages/MessageViews.h"
+#include "fenklib/msglist/MessageViews.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
 

@@ -1,13 +1,15 @@
-#include "fenklib/messages/CMessageListEditor.h"
+#include "fenklib/msglist/CMessageListEditor.h"
 
 #include <QAction>
 #include <QLabel>
 #include <QTreeWidget>
 
-#include "fenklib/FenkLaunchers.h"
+#include "fenklib/frame/LauncherConvention.h"
 #include "fenklib/frame/LibraryHelpers.h"
-#include "fenklib/messages/MessageViews.h"
-#include "fenklib/messages/PortLoad.h"
+#include "fenklib/msglist/CRcvMessageDlg.h"
+#include "fenklib/msglist/CRcvMessageMulListDlg.h"
+#include "fenklib/msglist/MessageViews.h"
+#include "fenklib/msglist/PortLoad.h"
 #include "fenklib/resources/StringIds.h"
 #include "platform/uikit/CMessageBoxService.h"
 
@@ -60,7 +62,7 @@ bool CMessageListEditor::ConfirmLoad() const {
 
 void CMessageListEditor::OnAdd() {
     fenkmsg::MessageList picked;
-    if (run_RcvMessageMulListDlg(m_receiver, m_window, picked) != 1) return;
+    if (RunLauncher<CRcvMessageMulListDlg>(m_receiver, m_window, picked) != 1) return;
     if (fenkmsg::MergeByName(m_messages, picked) == 0) return;
     SetMessages(m_messages);
 }
@@ -70,7 +72,7 @@ void CMessageListEditor::OnEdit() {
     const int row = rows.empty() ? m_list->indexOfTopLevelItem(m_list->currentItem()) : rows.front();
     if (row < 0 || row >= static_cast<int>(m_messages.size())) return;
     devio::vok::MSG edited = m_messages[static_cast<std::size_t>(row)];
-    if (run_RcvMessageDlg(m_receiver, m_window, edited) != 1) return;
+    if (RunLauncher<CRcvMessageDlg>(m_receiver, m_window, edited) != 1) return;
     m_messages[static_cast<std::size_t>(row)] = edited;
     fenkmsg::ShowMessageRow(m_list->topLevelItem(row), edited, fenkmsg::CMessageRegistry::Instance());
     ShowLoad();

@@ -1,4 +1,4 @@
-#include "fenklib/messages/PortLoad.h"
+#include "fenklib/msglist/PortLoad.h"
 
 namespace fenkmsg {
 

@@ -1,10 +1,10 @@
-#include "fenklib/messages/PredefinedMessageSets.h"
+#include "fenklib/msglist/PredefinedMessageSets.h"
 
 #include <QFile>
 #include <QXmlStreamReader>
 
 #include "fenklib/frame/LibraryHelpers.h"
-#include "fenklib/messages/XmlAttributes.h"
+#include "fenklib/msglist/XmlAttributes.h"
 
 using basekit::ustring;
 

@@ -1,15 +1,16 @@
-#include "fenklib/messages/CRcvMessageDlg.h"
+#include "fenklib/msglist/CRcvMessageDlg.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
 
-#include "fenklib/FenkLaunchers.h"
 #include "fenklib/frame/CLayoutFactory.h"
+#include "fenklib/frame/LauncherConvention.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/frame/RangeValidation.h"
-#include "fenklib/messages/MessageRegistry.h"
+#include "fenklib/msglist/CRcvMessageListDlg.h"
+#include "fenklib/msglist/MessageRegistry.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
 
@@ -110,7 +111,7 @@ void CRcvMessageDlg::UpdateControls() {
 
 void CRcvMessageDlg::OnBrowse() {
     ustring chosen;
-    if (run_RcvMessageListDlg(GetReceiver(), this, chosen) != 1) return;
+    if (RunLauncher<CRcvMessageListDlg>(GetReceiver(), this, chosen) != 1) return;
     m_name = chosen;
     ShowName();
     UpdateControls();

@@ -1,4 +1,4 @@
-#include "fenklib/config/CParamFields.h"
+#include "fenklib/frame/CParamFields.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,7 +1,7 @@
 #pragma once
 #include "fenklib/frame/CDialogControls.h"
 #include "fenklib/frame/CFenkDialog.h"
-#include "fenklib/messages/MessageList.h"
+#include "fenklib/msglist/MessageList.h"
 
 class QTreeWidget;
 class QTreeWidgetItem;

@@ -1,11 +1,11 @@
-#include "fenklib/messages/MessageRegistry.h"
+#include "fenklib/msglist/MessageRegistry.h"
 
 #include <QFile>
 #include <QXmlStreamReader>
 
 #include "fenklib/frame/LibraryHelpers.h"
-#include "fenklib/messages/MessageList.h"
-#include "fenklib/messages/XmlAttributes.h"
+#include "fenklib/msglist/MessageList.h"
+#include "fenklib/msglist/XmlAttributes.h"
 
 using basekit::ustring;
 

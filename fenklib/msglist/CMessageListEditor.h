@@ -2,7 +2,7 @@
 #include <QObject>
 #include <functional>
 
-#include "fenklib/messages/MessageList.h"
+#include "fenklib/msglist/MessageList.h"
 #include "platform/basekit/CSmartPtr.h"
 #include "platform/devio/IReceiver.h"
 

@@ -1,4 +1,4 @@
-#include "fenklib/messages/CMessageListDlg.h"
+#include "fenklib/msglist/CMessageListDlg.h"
 
 #include <QLabel>
 #include <QTreeWidget>

@@ -1,4 +1,4 @@
-#include "fenklib/messages/CRcvMessageMulListDlg.h"
+#include "fenklib/msglist/CRcvMessageMulListDlg.h"
 
 #include <QAction>
 #include <algorithm>
@@ -7,7 +7,7 @@
 
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
-#include "fenklib/messages/MessageViews.h"
+#include "fenklib/msglist/MessageViews.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
 

@@ -2,7 +2,7 @@
 #include <QByteArray>
 #include <vector>
 
-#include "fenklib/messages/MessageList.h"
+#include "fenklib/msglist/MessageList.h"
 
 namespace fenkmsg {
 

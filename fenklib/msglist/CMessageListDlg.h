@@ -3,7 +3,7 @@
 
 #include "fenklib/frame/CDialogControls.h"
 #include "fenklib/frame/CFenkDialog.h"
-#include "fenklib/messages/CMessageListEditor.h"
+#include "fenklib/msglist/CMessageListEditor.h"
 
 // Edits a list of scheduled messages; the caller's list is replaced only on OK. The load the
 // list puts on its port is shown, and a list above the line rate is kept only when confirmed.

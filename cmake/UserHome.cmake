@@ -1,0 +1,15 @@
+# cmake -DHOME=<folder> -DMODE=prepare|check -P UserHome.cmake: empties the tests' home and
+# configuration folders before the suite, then fails when the suite left anything in them.
+if(MODE STREQUAL "prepare")
+  file(REMOVE_RECURSE ${HOME})
+  file(MAKE_DIRECTORY ${HOME}/home ${HOME}/config)
+elseif(MODE STREQUAL "check")
+  file(GLOB_RECURSE left LIST_DIRECTORIES true RELATIVE ${HOME} ${HOME}/home/* ${HOME}/config/*)
+  if(left)
+    list(JOIN left "\n  " listed)
+    message(FATAL_ERROR "The tests wrote into the user's home or settings:\n  ${listed}")
+  endif()
+  message(STATUS "nothing written into the user's home or settings")
+else()
+  message(FATAL_ERROR "MODE must be prepare or check")
+endif()
