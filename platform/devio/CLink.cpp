@@ -57,7 +57,9 @@ LinkStatus CLink::Write(std::string_view bytes, unsigned timeoutMs) {
             continue;
         }
         if (w < 0 && errno == EINTR) continue;
-        if (w < 0 && errno != EAGAIN && errno != EWOULDBLOCK) return errno == EPIPE ? LinkStatus::Closed : LinkStatus::IoError;
+        // A pseudo-terminal whose other side closed writes EIO, as it reads: the line is gone.
+        if (w < 0 && errno != EAGAIN && errno != EWOULDBLOCK)
+            return errno == EPIPE || errno == EIO || errno == ECONNRESET ? LinkStatus::Closed : LinkStatus::IoError;
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
         if (left <= 0) return LinkStatus::Timeout;
         pollfd p{m_fd, POLLOUT, 0};

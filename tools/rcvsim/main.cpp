@@ -9,10 +9,12 @@
 #include <string>
 #include <vector>
 
+#include "tools/rcvsim/ModemArguments.h"
 #include "tools/rcvsim/RcvSim.h"
 #include "tools/rcvsim/SimArguments.h"
 
 int main(int argc, char** argv) {
+    if (const std::vector<std::string> args(argv + 1, argv + argc); rcvsim::ModemArguments::Wanted(args)) return rcvsim::RunModem(args);
     std::string error;
     const auto parsed = rcvsim::SimArguments::Parse(std::vector<std::string>(argv + 1, argv + argc), error);
     if (!parsed) {
