@@ -26,16 +26,19 @@ CCameraPP::CCameraPP() : CDevicePP(kLayout, kWide, IDS_PAGE_CAMERA, "camera", ID
 
 // The camera writes the form it delivers (JPEG, or an uncompressed frame); a different form
 // than the file the person chose is converted into it, by the file's extension.
-basekit::ustring CCameraPP::Act(hwctl::IControllerBackend& backend) {
+CDevicePP::ACTION CCameraPP::Prepare() {
     const basekit::ustring path =
         uikit::CFileDialogService::GetSaveFileName(this, L"image.jpg", LoadResString(IDS_IMAGE_FILTER), L"jpg");
     if (path.empty()) return {};
-    const QString chosen = path.ToQString();
-    const QString written = QString::fromStdString(backend.CaptureStill(path.ToUtf8()));
-    if (written != chosen) {
-        const bool converted = QImage(written).save(chosen);
-        if (converted) QFile::remove(written);
-        else return basekit::ustring::Format(LoadResString(IDS_IMAGE_SAVED).c_str(), basekit::ustring::FromQString(written));
-    }
-    return basekit::ustring::Format(LoadResString(IDS_IMAGE_SAVED).c_str(), path);
+    return {[path](hwctl::IControllerBackend& backend) { return QVariant(QString::fromStdString(backend.CaptureStill(path.ToUtf8()))); },
+            [path](const QVariant& file) {
+                const QString chosen = path.ToQString();
+                const QString written = file.toString();
+                if (written != chosen) {
+                    const bool converted = QImage(written).save(chosen);
+                    if (converted) QFile::remove(written);
+                    else return basekit::ustring::Format(LoadResString(IDS_IMAGE_SAVED).c_str(), basekit::ustring::FromQString(written));
+                }
+                return basekit::ustring::Format(LoadResString(IDS_IMAGE_SAVED).c_str(), path);
+            }};
 }

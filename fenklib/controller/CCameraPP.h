@@ -7,5 +7,5 @@ public:
     CCameraPP();
 
 protected:
-    basekit::ustring Act(hwctl::IControllerBackend& backend) override;
+    ACTION Prepare() override;
 };

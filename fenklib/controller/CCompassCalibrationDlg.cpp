@@ -4,14 +4,14 @@
 #include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
+#include <tuple>
+#include <utility>
 
 #include "fenklib/frame/CLayoutFactory.h"
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
-#include "platform/basekit/CStdException.h"
 #include "platform/hwctl/IControllerBackend.h"
-#include "platform/uikit/CMessageBoxService.h"
 
 using basekit::ustring;
 
@@ -28,47 +28,51 @@ constexpr DLG_TEMPLATE kLayout{IDD_COMPASS_CALIBRATION, 240, 82, kItems};
 
 ustring Degrees(double value) { return ustring::FromQString(QLocale().toString(value, 'f', 1)); }
 
-template <typename F>
-bool WithCompass(QWidget* owner, F&& work) {
-    try {
-        const auto backend = hwctl::CreateBackend();
-        work(*backend);
-        return true;
-    } catch (const basekit::CStdException& e) {
-        uikit::CMessageBoxService::ReportError(owner, e);
-        return false;
-    }
-}
 }  // namespace
 
 CCompassCalibrationDlg::CCompassCalibrationDlg(QWidget* parent)
-    : CResizableDialog(parent, L"CCompassCalibrationDlg"), m_controls(CLayoutFactory::Build(this, kLayout)) {
+    : CFenkDialog({}, IDD_COMPASS_CALIBRATION, parent, L"CCompassCalibrationDlg"), m_controls(CLayoutFactory::Build(this, kLayout)) {
     setWindowTitle(LoadResString(IDS_COMPASS_CALIBRATION).ToQString());
     m_controls.Get<QProgressBar>(IDC_PROGRESS)->setRange(0, static_cast<int>(CompassCalibration::Targets().size()));
     connect(m_controls.Get<QPushButton>(IDC_NEXT), &QPushButton::clicked, this, [this] { Next(); });
     connect(m_controls.Get<QPushButton>(IDC_STORE), &QPushButton::clicked, this, [this] { Store(); });
 }
 
+CCompassCalibrationDlg::~CCompassCalibrationDlg() { DestroyWindow(); }
+
+// A compass that cannot be asked is shown as none.
 bool CCompassCalibrationDlg::OnInitDialog() {
-    WithCompass(this, [this](hwctl::IControllerBackend& compass) {
-        m_present = compass.HasDevice("compass");
-        m_previousCorrection = m_present ? compass.HeadingCorrection() : 0;
-    });
-    ShowStep();
-    return CResizableDialog::OnInitDialog();
+    CFenkDialog::OnInitDialog();
+    RunJob(
+        [](CJobContext&) {
+            const auto compass = hwctl::CreateBackend();
+            const bool present = compass->HasDevice("compass");
+            return std::pair{present, present ? compass->HeadingCorrection() : 0.0};
+        },
+        [this](const JOB_RESULT<std::pair<bool, double>>& r) {
+            if (r.Ok()) std::tie(m_present, m_previousCorrection) = *r.value;
+            ShowStep();
+        });
+    return true;
 }
 
-// The readings already carry the correction stored before; the new one replaces it.
+// The readings already carry the correction stored before; the new one replaces it. A failed
+// reading is shown and the step stays to be repeated.
 void CCompassCalibrationDlg::Next() {
     if (m_calibration.Complete()) return;
-    WithCompass(this, [this](hwctl::IControllerBackend& compass) { m_calibration.Add(compass.ReadHeading()); });
-    ShowStep();
+    RunJob([](CJobContext&) { return hwctl::CreateBackend()->ReadHeading(); },
+           [this](const JOB_RESULT<double>& r) {
+               if (r.Ok()) m_calibration.Add(*r.value);
+               ShowStep();
+           });
 }
 
 void CCompassCalibrationDlg::Store() {
     const double correction = AngleDifference(m_previousCorrection + m_calibration.Correction(), 0);
-    if (WithCompass(this, [correction](hwctl::IControllerBackend& compass) { compass.StoreHeadingCorrection(correction); }))
-        EndDialog(IDOK_BUTTON);
+    RunJob([correction](CJobContext&) { hwctl::CreateBackend()->StoreHeadingCorrection(correction); },
+           [this](const JOB_RESULT<void>& r) {
+               if (r.Ok()) EndDialog(IDOK_BUTTON);
+           });
 }
 
 void CCompassCalibrationDlg::ShowStep() {
@@ -87,6 +91,7 @@ void CCompassCalibrationDlg::ShowStep() {
 }
 
 void CCompassCalibrationDlg::UpdateControls() {
-    m_controls.Item(IDC_NEXT)->setEnabled(m_present && !m_calibration.Complete());
-    m_controls.Item(IDC_STORE)->setEnabled(m_present && m_calibration.Complete());
+    const bool usable = m_present && !IsBusy();
+    m_controls.Item(IDC_NEXT)->setEnabled(usable && !m_calibration.Complete());
+    m_controls.Item(IDC_STORE)->setEnabled(usable && m_calibration.Complete());
 }

@@ -31,8 +31,9 @@ CCompassPP::CCompassPP() : CDevicePP(kLayout, kWide, IDS_PAGE_COMPASS, "compass"
     });
 }
 
-basekit::ustring CCompassPP::Act(hwctl::IControllerBackend& backend) {
-    return FormatHeading(backend.ReadHeading());
+CDevicePP::ACTION CCompassPP::Prepare() {
+    return {[](hwctl::IControllerBackend& backend) { return QVariant(backend.ReadHeading()); },
+            [](const QVariant& degrees) { return FormatHeading(degrees.toDouble()); }};
 }
 
 basekit::ustring CCompassPP::FormatHeading(double degrees) {

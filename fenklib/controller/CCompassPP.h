@@ -9,5 +9,5 @@ public:
     static basekit::ustring FormatHeading(double degrees);
 
 protected:
-    basekit::ustring Act(hwctl::IControllerBackend& backend) override;
+    ACTION Prepare() override;
 };

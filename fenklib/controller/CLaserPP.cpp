@@ -22,7 +22,10 @@ constexpr DLG_TEMPLATE kWide{IDD_TOOLS_LASER_WIDE, 360, 110, kWideItems};
 
 CLaserPP::CLaserPP() : CDevicePP(kLayout, kWide, IDS_PAGE_LASER, "laser", IDS_NO_LASER) {}
 
-basekit::ustring CLaserPP::Act(hwctl::IControllerBackend& backend) {
-    const QString distance = QLocale().toString(backend.ReadDistance(), 'f', 3);
-    return basekit::ustring::Format(LoadResString(IDS_DISTANCE_M).c_str(), basekit::ustring::FromQString(distance));
+CDevicePP::ACTION CLaserPP::Prepare() {
+    return {[](hwctl::IControllerBackend& backend) { return QVariant(backend.ReadDistance()); },
+            [](const QVariant& metres) {
+                const QString distance = QLocale().toString(metres.toDouble(), 'f', 3);
+                return basekit::ustring::Format(LoadResString(IDS_DISTANCE_M).c_str(), basekit::ustring::FromQString(distance));
+            }};
 }

@@ -7,5 +7,5 @@ public:
     CLaserPP();
 
 protected:
-    basekit::ustring Act(hwctl::IControllerBackend& backend) override;
+    ACTION Prepare() override;
 };

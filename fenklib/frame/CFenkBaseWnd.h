@@ -165,6 +165,10 @@ public:
     bool OnInitDialog() override {
         Base::OnInitDialog();
         this->update();
+        if (!m_receiver && !NeedsReceiver()) {
+            SetBusy(false);
+            return true;
+        }
         try {
             m_notice7 = devio::INotice::CreateInstance(this->GetSafeHwnd(), WM_FENK_RECEIVER_EVENT7, devio::kEventStateChanged);
             m_notice8 = devio::INotice::CreateInstance(this->GetSafeHwnd(), WM_FENK_RECEIVER_EVENT8, devio::kEventPending);
@@ -181,6 +185,9 @@ public:
     }
 
     const basekit::CSmartPtr<devio::IReceiver>& GetReceiver() const { return m_receiver; }
+    // The controller's own tools work on its hardware, not on a receiver: made without one,
+    // they subscribe nothing and their jobs reach the hardware themselves.
+    virtual bool NeedsReceiver() const { return true; }
     bool IsWorkerRunning() const { return m_worker.IsRunning(); }
 
 protected:
@@ -263,8 +270,12 @@ protected:
 private:
     using Delivery = std::pair<unsigned, std::function<void()>>;
 
+    // Working in the background, not frozen: the arrow with the busy sign, over this window only,
+    // so the rest of the program stays as usable as the window itself.
     void SetBusy(bool busy) {
         m_busy = busy;
+        if (busy) this->setCursor(Qt::BusyCursor);
+        else this->unsetCursor();
         PublishFenkIdle(this, busy);
     }
 

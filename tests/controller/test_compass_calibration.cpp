@@ -9,6 +9,7 @@
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/StringIds.h"
 #include "platform/uikit/CMessageBoxResponder.h"
+#include "support/EventTrigger.h"
 
 namespace {
 
@@ -56,10 +57,13 @@ TEST_F(CalibrationTest, GuidedRunStoresTheCorrection) {
         const int result = ControllerTestRun(dialog, [&] {
             auto* next = dialog.Controls().Get<QPushButton>(CCompassCalibrationDlg::IDC_NEXT);
             auto* store = dialog.Controls().Get<QPushButton>(CCompassCalibrationDlg::IDC_STORE);
+            ASSERT_TRUE(fenktest::WaitIdle(&dialog)) << "the compass was never asked";
             for (int i = 0; i < 4; ++i) {
                 EXPECT_FALSE(store->isEnabled()) << c.legend << " step " << i;
                 Put("compass/heading", QByteArray::number(c.raw[i]).toStdString());   // the person turned the controller
                 next->click();
+                EXPECT_FALSE(next->isEnabled()) << c.legend << ": a second reading while the first runs";
+                ASSERT_TRUE(fenktest::WaitIdle(&dialog));
                 progress.push_back(dialog.Controls().Get<QProgressBar>(CCompassCalibrationDlg::IDC_PROGRESS)->value());
             }
             EXPECT_FALSE(next->isEnabled()) << c.legend;
@@ -77,6 +81,7 @@ TEST_F(CalibrationTest, WithoutCompassSaysSoAndOffersOnlyCancel) {
     Make({"Zed2", true, true, "laser"});
     CCompassCalibrationDlg dialog(nullptr);
     const int result = ControllerTestRun(dialog, [&] {
+        ASSERT_TRUE(fenktest::WaitIdle(&dialog));
         EXPECT_EQ(dialog.Controls().Get<QLabel>(CCompassCalibrationDlg::IDC_STEP)->text(), LoadResString(IDS_NO_COMPASS).ToQString());
         EXPECT_FALSE(dialog.Controls().Item(CCompassCalibrationDlg::IDC_NEXT)->isEnabled());
         EXPECT_FALSE(dialog.Controls().Item(CCompassCalibrationDlg::IDC_STORE)->isEnabled());
@@ -90,8 +95,10 @@ TEST_F(CalibrationTest, AFailedReadingIsReportedAndTheStepRepeats) {
     const uikit::CMessageBoxResponder boxes;
     CCompassCalibrationDlg dialog(nullptr);
     ControllerTestRun(dialog, [&] {
+        ASSERT_TRUE(fenktest::WaitIdle(&dialog));
         Put("compass/heading", "");
         dialog.Controls().Get<QPushButton>(CCompassCalibrationDlg::IDC_NEXT)->click();
+        ASSERT_TRUE(fenktest::WaitIdle(&dialog));
         EXPECT_EQ(dialog.Controls().Get<QProgressBar>(CCompassCalibrationDlg::IDC_PROGRESS)->value(), 0);
         EXPECT_TRUE(dialog.Controls().Item(CCompassCalibrationDlg::IDC_NEXT)->isEnabled());
         dialog.reject();

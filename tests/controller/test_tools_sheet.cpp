@@ -11,6 +11,7 @@
 #include "fenklib/controller/CZedToolsPS.h"
 #include "fenklib/frame/CFenkGlobalSettings.h"
 #include "fenklib/frame/LibraryHelpers.h"
+#include "support/EventTrigger.h"
 #include "fenklib/frame/PortHooks.h"
 #include "fenklib/resources/StringIds.h"
 #include "platform/devio/IPortAddr.h"
@@ -192,7 +193,10 @@ TEST_F(ToolsSheetTest, DevicePages) {
             SaveShot(sheet, ("ZedToolsPS-" + sheet.GetPage(c.page)->GetTitle().ToUtf8()).c_str());
             const bool present = page->Controls().Item(CDevicePP::IDC_ACTION)->isEnabled();
             EXPECT_EQ(present, c.file != nullptr || c.errorBox) << c.legend;
-            if (present) page->Controls().Get<QPushButton>(CDevicePP::IDC_ACTION)->click();
+            if (present) {
+                page->Controls().Get<QPushButton>(CDevicePP::IDC_ACTION)->click();
+                ASSERT_TRUE(fenktest::WaitIdle(&sheet)) << c.legend;   // the action runs as a job of the page
+            }
             EXPECT_EQ(Text(page->Controls(), CDevicePP::IDC_STATE), c.state) << c.legend;
             EXPECT_TRUE(page->Controls().Item(CDevicePP::IDC_ACTION)->isEnabled() == present) << c.legend << ": still usable";
             sheet.GetButton(uikit::IDCANCEL)->click();

@@ -313,10 +313,12 @@ TEST_F(AfrmPage, ASlowReadingKeepsTheWindowResponsive) {
         loop.exec();
         EXPECT_TRUE(handled);
         EXPECT_FALSE(m_page.Controls().Item(P::IDC_ENABLE)->isEnabled()) << "controls usable while reading";
+        EXPECT_EQ(m_page.cursor().shape(), Qt::BusyCursor);
         EXPECT_FALSE(m_page.HasRead());
         ASSERT_TRUE(m_rcv->ReleaseHeld(L"on")) << "the reading was not waiting for its reply";
         ASSERT_TRUE(WaitIdle(&m_sheet));
         EXPECT_TRUE(m_page.HasRead());
+        EXPECT_EQ(m_page.cursor().shape(), Qt::ArrowCursor);
         EXPECT_TRUE(m_page.Controls().Get<QCheckBox>(P::IDC_ENABLE)->isChecked());
         EXPECT_EQ(Edit(P::IDC_PERIOD)->text(), "3600");
         EXPECT_TRUE(boxes.Requests().empty());
