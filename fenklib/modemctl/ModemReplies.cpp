@@ -231,7 +231,8 @@ int RssiToBars(int rssi) {
 }
 
 ustring FormatFixed(double value, int decimals) {
-    char buffer[64];
+    // Room for the largest double written out in full.
+    char buffer[400];
     const auto r = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
     return ustring::FromUtf8(std::string_view(buffer, r.ec == std::errc() ? static_cast<size_t>(r.ptr - buffer) : 0));
 }

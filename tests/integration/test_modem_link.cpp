@@ -341,6 +341,30 @@ TEST_P(ModemLink, EchoedCommandsAreNotAnswers) {
     }
 }
 
+// A modem behind a network serial server: TCP, no rate of its own, the nominal 9600 for time-outs.
+TEST(ModemOverTcp, BothFamiliesAreDetectedAndRead) {
+    const struct {
+        const char* legend;
+        rcvsim::ModemKind kind;
+        EModemFamily family;
+        const wchar_t* key;
+        const wchar_t* value;
+    } cases[] = {{"radio", rcvsim::ModemKind::Uhf, EModemFamily::Uhf, L"frequency", L"438.00000"},
+                 {"cellular", rcvsim::ModemKind::Cellular, EModemFamily::Cellular, L"apn", L"internet"}};
+    for (const auto& c : cases) {
+        rcvsim::ModemOptions o;
+        o.kind = c.kind;
+        o.seed = 400;
+        rcvsim::ModemSim sim(o);
+        const int port = sim.StartTcp("127.0.0.1", 0);
+        const auto modem = CModem::Open(IPortAddr::Parse(ustring::Format(L"tcp://127.0.0.1:%d", port)));
+        EXPECT_EQ(modem->GetLineRate(), 9600u) << c.legend;
+        CModemMate mate(modem.Get());
+        EXPECT_EQ(mate.Detect(), c.family) << c.legend;
+        EXPECT_EQ(ValueOf(mate.ReadAll(), c.key), c.value) << c.legend;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(LineRates, ModemLink, ::testing::Values(9600, 115200),
                          [](const ::testing::TestParamInfo<int>& info) { return std::to_string(info.param); });
 

@@ -6,6 +6,7 @@
 #include <poll.h>
 #include <stdlib.h>
 #include <sys/eventfd.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <termios.h>
@@ -57,6 +58,24 @@ void Wake(int fd) {
 
 }  // namespace
 
+// ---- the line's pace ----
+
+std::size_t LinePacer::Allowance(Clock::time_point now) const {
+    if (!Enabled()) return static_cast<std::size_t>(-1);
+    if (now <= freeAt_) return 0;
+    return static_cast<std::size_t>(std::chrono::duration<double>(now - freeAt_).count() * rate_);
+}
+
+void LinePacer::Consume(std::size_t bytes) {
+    if (Enabled()) freeAt_ += std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(bytes / rate_));
+}
+
+int LinePacer::WaitMs(Clock::time_point now) const {
+    if (!Enabled()) return 0;
+    const auto next = freeAt_ + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(1 / rate_));
+    return static_cast<int>(std::max<long long>(1, std::chrono::ceil<std::chrono::milliseconds>(next - now).count()));
+}
+
 // ---- one connection ----
 
 ModemSession::ModemSession(ModemCore& core, UniqueFd fd, bool throttle)
@@ -68,9 +87,9 @@ ModemSession::ModemSession(ModemCore& core, UniqueFd fd, bool throttle)
     isSocket_ = ::fstat(fd_.Get(), &st) == 0 && S_ISSOCK(st.st_mode);
     const auto now = Clock::now();
     // A modem's serial port at 8N1: ten bit-times per character.
-    const double rate = throttle_ ? Throttle::BytesPerSecond(core_.Options().lineRate, 8, false, 1) : 0;
-    out_.SetRate(rate, now);
-    in_.SetRate(rate, now);
+    const double rate = throttle_ ? core_.Options().lineRate / 10.0 : 0;
+    out_.SetRate(rate);
+    in_.SetRate(rate);
     const ModemFaults faults = core_.Faults();
     if (faults.dropAfterMs > 0) dropAt_ = now + std::chrono::milliseconds(faults.dropAfterMs);
 }
@@ -106,6 +125,7 @@ void ModemSession::Run(std::stop_token stop) {
             continue;
         }
         if (pendingDue_ && *pendingDue_ <= now) {
+            if (output_.empty()) out_.Wake(now);
             output_ += pending_;
             pending_.clear();
             pendingDue_.reset();
@@ -116,7 +136,7 @@ void ModemSession::Run(std::stop_token stop) {
             if (dropAt_ && now >= *dropAt_) break;
         }
         if (!WriteOutput(now)) break;
-        const bool wantRead = in_.Allowance(now) > 0;
+        const bool wantRead = inIdle_ || in_.Allowance(now) > 0;
         const bool wantWrite = !output_.empty() && out_.Allowance(now) > 0;
         pollfd fds[2] = {{fd_.Get(), static_cast<short>((wantRead ? POLLIN : 0) | (wantWrite ? POLLOUT : 0)), 0},
                          {wake_.Get(), POLLIN, 0}};
@@ -133,6 +153,7 @@ void ModemSession::Run(std::stop_token stop) {
 }
 
 void ModemSession::HandleLine(const std::string& line, Clock::time_point now) {
+    if (output_.empty()) out_.Wake(now);
     if (core_.IsSimLine(line)) {
         output_ += core_.Execute(line);
         return;
@@ -143,6 +164,7 @@ void ModemSession::HandleLine(const std::string& line, Clock::time_point now) {
     if (answer.empty()) return;
     const int latency = faults.LatencyFor(line);
     if (latency <= 0) {
+        if (output_.empty()) out_.Wake(now);
         output_ += answer;
         return;
     }
@@ -152,11 +174,20 @@ void ModemSession::HandleLine(const std::string& line, Clock::time_point now) {
 
 bool ModemSession::ReadInput(Clock::time_point now) {
     char buffer[4096];
+    // The host's bytes start across the line when they are first seen waiting.
+    if (inIdle_) in_.Wake(now);
+    inIdle_ = false;
     const std::size_t want = std::min(sizeof buffer, in_.Allowance(now));
     if (want == 0) return true;
     const ssize_t n = ::read(fd_.Get(), buffer, want);
     if (n == 0) return false;
-    if (n < 0) return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
+    if (n < 0) {
+        inIdle_ = true;
+        return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
+    }
+    // Nothing more waiting: the next byte the host sends starts on an idle line.
+    int waiting = 0;
+    if (static_cast<std::size_t>(n) < want || (::ioctl(fd_.Get(), FIONREAD, &waiting) == 0 && waiting == 0)) inIdle_ = true;
     in_.Consume(static_cast<std::size_t>(n));
     for (ssize_t i = 0; i < n; ++i) {
         const char c = buffer[i];
@@ -201,6 +232,7 @@ void ModemSession::InjectGarbage(Clock::time_point now) {
         while (c == '\r' || c == '\n');
     }
     burst[0] = static_cast<char>(0x80 | (rng_() & 0x7f));
+    out_.Wake(now);
     output_ += burst + "\r\n";
     nextGarbage_ = now + std::chrono::milliseconds(faults.garbageEveryMs);
 }
@@ -211,11 +243,8 @@ int ModemSession::PollTimeoutMs(Clock::time_point now) const {
     if (pendingDue_) timeout = std::min(timeout, MsUntil(*pendingDue_, now));
     if (nextGarbage_) timeout = std::min(timeout, MsUntil(*nextGarbage_, now));
     if (dropAt_) timeout = std::min(timeout, MsUntil(*dropAt_, now));
-    auto& self = const_cast<ModemSession&>(*this);
-    if (!output_.empty() && out_.Enabled())
-        timeout = std::min(timeout, static_cast<int>(std::max<long long>(1, self.out_.Wait(now).count())));
-    if (in_.Enabled() && self.in_.Allowance(now) == 0)
-        timeout = std::min(timeout, static_cast<int>(std::max<long long>(1, self.in_.Wait(now).count())));
+    if (!output_.empty() && out_.Enabled()) timeout = std::min(timeout, out_.WaitMs(now));
+    if (!inIdle_ && in_.Enabled() && in_.Allowance(now) == 0) timeout = std::min(timeout, in_.WaitMs(now));
     return timeout;
 }
 

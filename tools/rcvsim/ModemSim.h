@@ -14,10 +14,31 @@
 #include <vector>
 
 #include "tools/rcvsim/ModemCore.h"
-#include "tools/rcvsim/Throttle.h"
 #include "tools/rcvsim/UniqueFd.h"
 
 namespace rcvsim {
+
+// A serial line's pace, byte by byte: a byte is on the other side once its ten bit-times have
+// passed since the one before it (or since the line woke from idle). No burst, so a short answer
+// takes its full line time, as on a real radio's port.
+class LinePacer {
+public:
+    using Clock = std::chrono::steady_clock;
+    void SetRate(double bytesPerSecond) { rate_ = bytesPerSecond; }
+    bool Enabled() const { return rate_ > 0; }
+    // The line had nothing to carry until now.
+    void Wake(Clock::time_point now) {
+        if (freeAt_ < now) freeAt_ = now;
+    }
+    std::size_t Allowance(Clock::time_point now) const;
+    void Consume(std::size_t bytes);
+    // Until the next byte is through.
+    int WaitMs(Clock::time_point now) const;
+
+private:
+    double rate_ = 0;
+    Clock::time_point freeAt_{};
+};
 
 // One connection to the modem: reads command lines, answers them one at a time.
 class ModemSession {
@@ -45,8 +66,9 @@ private:
     UniqueFd wake_;
     const bool throttle_;
     bool isSocket_ = false;
-    Throttle out_;
-    Throttle in_;
+    LinePacer out_;
+    LinePacer in_;
+    bool inIdle_ = true;
     std::string input_;
     std::vector<std::string> lines_;
     std::string output_;
