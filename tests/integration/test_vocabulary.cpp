@@ -132,9 +132,11 @@ TEST(VocabularyFaults, OldFirmwareFallsBackAndSlowRepliesWait) {
 }
 
 // The link is dropped while the command waits on a silent receiver: it fails as lost, not by
-// waiting out its minute. The command is on the wire once IssueCommand returns.
+// waiting out its minute. A first reply shows the simulator serves the link; the command is on
+// the wire once IssueCommand returns.
 TEST(VocabularyFaults, ADroppedLinkFailsTheWaitingCommand) {
     SimLink link;
+    ASSERT_EQ(CVokReceiverMate(link.Receiver()).Get(par::RcvModel), L"FNK-600");
     rcvsim::FaultPlan silent;
     silent.silenceAll = true;
     link.sim->SetFaults(silent);
