@@ -95,7 +95,7 @@ TEST(ToolsDialog, RefusedOperationShowsTheReplyAndStaysOpen) {
     });
     EXPECT_EQ(result, 2);
     ASSERT_EQ(boxes.Requests().size(), 2u) << "question, then the error";
-    EXPECT_NE(boxes.Requests()[1].details.find(L"timeout"), std::wstring::npos);
+    EXPECT_NE(boxes.Requests()[1].details.find(L"timed out"), std::wstring::npos);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #pragma once
 // Runs an action each time a watched object gets an event of a kind, after the handler that
 // caused it has finished: tests wait on what the window does, never on the clock.
+#include <gtest/gtest.h>
+
 #include <QCoreApplication>
 #include <QEvent>
 #include <QEventLoop>
@@ -59,9 +61,12 @@ inline bool WaitIdle(QObject* window) {
 }
 
 // A guard, not a synchroniser: ends a modal run that never reached its end condition, so a
-// broken window fails its test instead of hanging the suite.
+// broken window fails its test instead of hanging the suite. (Modal windows: DriveModal.)
 inline void EndAfterMinute(QObject* context, std::function<void()> end) {
-    QTimer::singleShot(60000, context, std::move(end));
+    QTimer::singleShot(60000, context, [end = std::move(end)] {
+        ADD_FAILURE() << "the window did not reach its end within a minute";
+        end();
+    });
 }
 
 }  // namespace fenktest

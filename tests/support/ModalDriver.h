@@ -1,8 +1,7 @@
 #pragma once
 // The one way tests drive a modal window (tests/support/README.md). Whatever the test does runs
 // inside the window's modal loop, woken by what happens to the window: it was shown or
-// activated, a job's result or a notice reached it, its busy state changed, one of its timers
-// fired. Nothing polls and no clock decides; the deadline only turns a run that would hang into
+// activated, a job's result or a notice reached it, its busy state changed, a timer fired. Nothing polls and no clock decides; the deadline only turns a run that would hang into
 // a failure, and a fatal failure inside the driver ends every modal window at once.
 #include <gtest/gtest.h>
 
@@ -33,7 +32,8 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* e) override {
-        if (Relevant(e->type()) && Inside(watched)) Later();
+        // A window's timer need not be its child (a member QTimer): any timer counts.
+        if (Relevant(e->type()) && (e->type() == QEvent::Timer || Inside(watched))) Later();
         return false;
     }
 
