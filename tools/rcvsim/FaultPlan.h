@@ -15,6 +15,9 @@ struct FaultPlan {
     int garbageEveryMs = 0;         // a burst of random bytes between frames this often; 0 = off
     int garbageBytes = 16;          // bytes per burst
     int dropAfterMs = 0;            // close each new connection this long after it opens; 0 = off
+    int loaderNoiseEvery = 0;       // the boot loader's line flips one byte in this many it takes in
+    int loaderCutAfterBlocks = 0;   // the cable is pulled (once) when this many blocks of an image are in
+    int loaderCutMs = 2000;         // how long a terminal's cable stays out; a socket just closes
     bool lineStays = false;         // a terminal's line keeps its framing when its port's settings
                                     // change (as firmware that applies them only at restart)
 

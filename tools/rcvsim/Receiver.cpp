@@ -159,6 +159,7 @@ void Receiver::ResetParameters() {
         if ((param->flags & kKeepOnReset) != 0)
             if (Param* p = fresh.Find(path)) p->value = param->value;
     params_ = std::move(fresh);
+    ApplyFirmware();
     SeedPoints();
     catalog_.Reset();
     schedule_.Clear();

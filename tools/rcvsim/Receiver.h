@@ -1,4 +1,5 @@
 #pragma once
+#include <chrono>
 #include <memory>
 #include <map>
 #include <mutex>
@@ -56,6 +57,15 @@ public:
     std::vector<std::string> Writes() const;
     int BluetoothEscapes() const;
     double Now() const { return clock_->Now(); }
+    // The boot loader (ReceiverLoader.cpp): "init,/dev/boot" stops the firmware until an image
+    // for this model with sound check sums arrives; installing one restarts into its version.
+    // True from "init,/dev/boot" until an installed image has booted (Booting: the receiver
+    // neither answers nor asks for an image while it starts).
+    bool InLoader() const;
+    bool Booting() const;
+    bool CheckFirmware(std::string_view image) const;
+    bool InstallFirmware(std::string_view image);
+    std::string FirmwareVersion() const;
 
 private:
     struct Context {
@@ -125,6 +135,8 @@ private:
     std::string MessageBytes(const std::string& name, const Fix& fix, double now) const;
     std::string DataLinkPayload(double now) const;
     static std::string TimeText(double t);
+    Reply EnterLoader();
+    void ApplyFirmware();
 
     mutable std::mutex mutex_;
     const SimOptions options_;
@@ -143,6 +155,9 @@ private:
     double nextLogAt_ = 0;
     double nextRotationAt_ = 0;
     std::mt19937 rng_;
+    bool inLoader_ = false;
+    std::string firmwareVersion_;   // installed by the loader; empty: the factory's
+    std::chrono::steady_clock::time_point bootUntil_{};
 };
 
 }  // namespace rcvsim

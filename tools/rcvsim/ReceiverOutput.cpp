@@ -132,6 +132,7 @@ Reply Receiver::DisableMessages(const Args& args, const Context& ctx) {
 
 std::vector<Output> Receiver::Poll() {
     const std::lock_guard lock(mutex_);
+    if (inLoader_ || std::chrono::steady_clock::now() < bootUntil_) return {};   // the loader sends nothing of its own but its requests
     const double now = clock_->Now();
     std::vector<Output> out;
     for (const int e : pendingEvents_) out.push_back({"", Frame::Event(e)});

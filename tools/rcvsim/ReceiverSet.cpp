@@ -219,6 +219,7 @@ Reply Receiver::Init(const Args& args, const Context& ctx) {
         Restart();
         return options_.silentInit ? Reply::Silent() : Reply::Success();
     }
+    if (t.path == "dev/boot") return EnterLoader();
     if (t.path == "dev/blk/a") {
         files_.RemoveAll("/log/");
         for (const char* cur : {"cur/file/a", "cur/file/b"}) AssignDerived(cur, "");

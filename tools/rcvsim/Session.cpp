@@ -15,6 +15,7 @@
 
 #include "tools/rcvsim/CommandLine.h"
 #include "tools/rcvsim/Frame.h"
+#include "tools/rcvsim/LoaderLink.h"
 
 namespace rcvsim {
 namespace {
@@ -104,6 +105,7 @@ void Session::Run(std::stop_token stop) {
         }
         DeliverDueReply(now);
         InjectGarbage(now);
+        LoaderTick(now);
         {
             const std::lock_guard lock(outMutex_);
             if (dropAt_ && now >= *dropAt_) break;
@@ -183,6 +185,10 @@ bool Session::ReadInput() {
     inThrottle_.Consume(static_cast<std::size_t>(n));
     // A host at another rate or framing is noise on the line: no command gets through.
     if (!HearsHost()) return true;
+    if (receiver_.InLoader()) {
+        LoaderInput(std::string_view(buf, static_cast<std::size_t>(n)), Clock::now());
+        return true;
+    }
     for (auto& line : reader_.Feed(std::string_view(buf, static_cast<std::size_t>(n)))) {
         // An abort acts at once, ahead of the commands still waiting.
         if (line.abort) Abort(line.tag);
@@ -270,6 +276,7 @@ int Session::PollTimeoutMs(Clock::time_point now) {
     if (!reply_ && !lines_.empty()) return 0;
     if (reply_) timeout = std::min(timeout, MsUntil(reply_->due, now));
     if (nextGarbage_) timeout = std::min(timeout, MsUntil(*nextGarbage_, now));
+    timeout = std::min(timeout, LoaderWaitMs(now));
     const std::lock_guard lock(outMutex_);
     if (dropAt_) timeout = std::min(timeout, MsUntil(*dropAt_, now));
     if (!out_.empty() && throttle_.Enabled())

@@ -2,6 +2,7 @@
 #include <atomic>
 #include <chrono>
 #include <deque>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <random>
@@ -14,6 +15,8 @@
 #include "tools/rcvsim/UniqueFd.h"
 
 namespace rcvsim {
+
+class LoaderLink;
 
 // One connection to the receiver: a port ("dev/ser/a", "dev/tcp/b") served on its own
 // thread. It reads host lines, answers them one at a time (with the fault plan's latency
@@ -72,6 +75,10 @@ private:
     void UpdateRate(Clock::time_point now);
     // False while the host's end of a terminal is framed otherwise than the receiver's line.
     bool HearsHost() const;
+    // The boot loader's side of the connection (SessionLoader.cpp).
+    void LoaderInput(std::string_view bytes, Clock::time_point now);
+    void LoaderTick(Clock::time_point now);
+    int LoaderWaitMs(Clock::time_point now) const;
 
     Receiver& receiver_;
     UniqueFd fd_;
@@ -92,6 +99,7 @@ private:
     std::atomic<bool> finished_{false};
     std::atomic<double> lineRate_{0};
     bool isSocket_ = false;
+    std::unique_ptr<LoaderLink> loader_;
     std::optional<LineSettings> line_;   // a terminal's framing in effect; follows its port's settings
     std::jthread thread_;  // last: joins before the members it uses go
 };
