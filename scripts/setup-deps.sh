@@ -9,6 +9,7 @@ PACKAGES=(
   fonts-dejavu-core
   libproj-dev proj-data gpsd-clients
   lrzsz socat
+  dpkg-dev lintian appstream desktop-file-utils
 )
 if [ "${FENK_WITH_FUZZ:-0}" = 1 ]; then PACKAGES+=(clang); fi
 

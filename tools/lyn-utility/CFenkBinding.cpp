@@ -61,13 +61,15 @@ constexpr LAUNCHER_ROW kLaunchers[] = {
 constexpr const char* kUncalledLaunchers[] = {"run_UniversalModemPS", "run_UploadFirmwareDlg"};
 
 QString DefaultLibraryPath() {
-    // Beside the program in an installed tree, or in the build tree's fenklib folder.
+    // Beside the program, in the build tree's fenklib folder or in an installed tree; else the
+    // system's library path, by the versioned name (the unversioned one is only for building).
+    const QString soname = QStringLiteral("libfenk.so." FENK_SOVERSION);
     const QDir here(QCoreApplication::applicationDirPath());
     for (const QString& candidate : {here.filePath(QStringLiteral("libfenk.so")),
                                      here.filePath(QStringLiteral("../../fenklib/libfenk.so")),
-                                     here.filePath(QStringLiteral("../lib/libfenk.so"))})
+                                     here.filePath(QStringLiteral("../lib/") + soname)})
         if (QFileInfo::exists(candidate)) return QFileInfo(candidate).canonicalFilePath();
-    return QStringLiteral("fenk");
+    return soname;
 }
 
 }  // namespace
