@@ -27,6 +27,8 @@ install(DIRECTORY platform/devio DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/fenk/pl
 # Both find the prefix from where they lie, so that a copy unpacked anywhere works.
 file(RELATIVE_PATH FENK_CONFIG_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/cmake/FenkLib /)
 file(RELATIVE_PATH FENK_PC_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+string(REGEX REPLACE "/$" "" FENK_CONFIG_TO_PREFIX ${FENK_CONFIG_TO_PREFIX})
+string(REGEX REPLACE "/$" "" FENK_PC_TO_PREFIX ${FENK_PC_TO_PREFIX})
 configure_file(cmake/package/FenkLibConfig.cmake.in ${CMAKE_BINARY_DIR}/package/FenkLibConfig.cmake @ONLY)
 configure_file(cmake/package/fenk.pc.in ${CMAKE_BINARY_DIR}/package/fenk.pc @ONLY)
 include(CMakePackageConfigHelpers)

@@ -98,6 +98,14 @@ loader=()
 installed=(env -u LD_LIBRARY_PATH -u DISPLAY -u WAYLAND_DISPLAY "${loader[@]}" QT_QPA_PLATFORM=offscreen HOME="$scratch/home"
   XDG_CONFIG_HOME="$scratch/config" XDG_DATA_DIRS="$root/usr/share")
 
+# Every option a program's --help names has its place in the program's manual page.
+for program in lyn-utility rcvsim nmeadump; do
+  page=$(zcat "$root/usr/share/man/man1/$program.1.gz" | sed 's/\\-/-/g')
+  for option in $("${installed[@]}" "$root/usr/bin/$program" --help 2>&1 | grep -oE -- '--[a-z][a-z-]*' | sort -u); do
+    grep -qF -- "$option" <<<"$page" || fail "$program.1 does not describe $option"
+  done
+done
+
 gga='$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47'
 decoded=$(printf '%s\r\n' "$gga" | "${installed[@]}" "$root/usr/bin/nmeadump")
 grep -q '"type":"position","lat":48.1173' <<<"$decoded" || fail "nmeadump gave: $decoded"
