@@ -137,7 +137,7 @@ TEST(Jobs, AnyExceptionEndsTheJobAsFailedWithItsBox) {
     };
     const ROW rows[] = {
         {"a standard exception keeps its text", [] { throw std::runtime_error("disk on fire"); }, L"disk on fire"},
-        {"anything else is an internal error", [] { throw 7; }, L"internal error"},
+        {"anything else is an internal error", [] { throw 7; }, L"Internal error"},
     };
     for (const ROW& row : rows) {
         CJobDlg dlg(NewReceiver());
