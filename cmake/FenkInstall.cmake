@@ -6,7 +6,7 @@ install(TARGETS fenk LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS lyn-utility rcvsim-bin nmeadump RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 
 set(_fenk_headers
-  fenklib/FenkLaunchers.h
+  fenklib/FenkLaunchers.h fenklib/FenkLauncherTable.h fenklib/FenkLauncherShapes.h
   fenklib/frame/FenkExport.h fenklib/frame/CFenkGlobalSettings.h fenklib/frame/CFenkLibDoc.h fenklib/frame/PortHooks.h
   fenklib/frame/CJobContext.h fenklib/files/ProgressInfo.h)
 foreach(h ${_fenk_headers})

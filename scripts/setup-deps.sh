@@ -8,6 +8,7 @@ PACKAGES=(
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   fonts-dejavu-core
   libproj-dev proj-data gpsd-clients
+  python3 clang-format
 )
 if [ "${FENK_WITH_FUZZ:-0}" = 1 ]; then PACKAGES+=(clang); fi
 
