@@ -11,7 +11,7 @@ install(TARGETS lyn-utility RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONEN
 install(TARGETS rcvsim-bin nmeadump RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
 
 set(_fenk_headers
-  fenklib/FenkLaunchers.h
+  fenklib/FenkLaunchers.h fenklib/FenkLauncherTable.h fenklib/FenkLauncherShapes.h
   fenklib/frame/FenkExport.h fenklib/frame/CFenkGlobalSettings.h fenklib/frame/CFenkLibDoc.h fenklib/frame/PortHooks.h
   fenklib/frame/CJobContext.h fenklib/files/ProgressInfo.h)
 foreach(h ${_fenk_headers})

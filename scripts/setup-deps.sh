@@ -10,6 +10,7 @@ PACKAGES=(
   libproj-dev proj-data gpsd-clients
   lrzsz socat
   dpkg-dev lintian appstream desktop-file-utils
+  python3 clang-format
 )
 if [ "${FENK_WITH_FUZZ:-0}" = 1 ]; then PACKAGES+=(clang); fi
 

@@ -6,6 +6,9 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 cd "$root"
 bash scripts/setup-deps.sh
 
+echo "== house rules =="
+bash scripts/check-rules.sh
+
 # Numbers sent to the receiver, stored or saved must not follow the user's locale: every suite
 # runs a second time under a comma-decimal one.
 comma_locale=de_DE.UTF-8

@@ -34,6 +34,7 @@ constexpr DLG_ITEM kItems[] = {
 constexpr DLG_TEMPLATE kNormal{IDD_BLUETOOTH, 216, 150, kItems};
 constexpr auto kWideItems = Widened(kItems);
 constexpr DLG_TEMPLATE kWide{IDD_BLUETOOTH_WIDE, 216 + kWideGrow, 150, kWideItems};
+const CLayoutRegistration kRegistered("CBluetoothDlg", {{&kNormal, &kWide}});
 
 // In the order of CBluetoothDlg::Field.
 std::vector<PARAM_FIELD> Fields() {

@@ -62,6 +62,7 @@ constexpr DLG_ITEM kSolutionItems[] = {
 constexpr DLG_TEMPLATE kSolution{IDD_POSITIONING_PD, 230, Y(7), kSolutionItems};
 constexpr auto kSolutionWideItems = Widened(kSolutionItems);
 constexpr DLG_TEMPLATE kSolutionWide{IDD_POSITIONING_PD_WIDE, 230 + kWideGrow, Y(7), kSolutionWideItems};
+const CLayoutRegistration kRegistered("CPositioningPS", {{&kGeneral, &kGeneralWide}, {&kSolution, &kSolutionWide}});
 
 #undef FENK_ROW
 

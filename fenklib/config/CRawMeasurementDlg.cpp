@@ -30,6 +30,7 @@ constexpr DLG_ITEM kItems[] = {
 constexpr DLG_TEMPLATE kNormal{IDD_RAW_MEASUREMENT, 212, 126, kItems};
 constexpr auto kWideItems = Widened(kItems);
 constexpr DLG_TEMPLATE kWide{IDD_RAW_MEASUREMENT_WIDE, 212 + kWideGrow, 126, kWideItems};
+const CLayoutRegistration kRegistered("CRawMeasurementDlg", {{&kNormal, &kWide}});
 
 using RAW_SETTINGS = CRawMeasurementDlg::RAW_SETTINGS;
 

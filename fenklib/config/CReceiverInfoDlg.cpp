@@ -49,6 +49,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_RECEIVER_INFO, 240, 294, kNormalItems};
 constexpr DLG_TEMPLATE kWide{IDD_RECEIVER_INFO_WIDE, 384, 172, kWideItems};
+const CLayoutRegistration kRegistered("CReceiverInfoDlg", {{&kNormal, &kWide}});
 
 constexpr int kColumnWidth = 100;
 

@@ -43,6 +43,7 @@ static_assert(CReceiverPowerDlg::kMaxSwitches == 8, "one layout row per switch")
 constexpr DLG_TEMPLATE kNormal{IDD_RECEIVER_POWER, 216, 240, kItems};
 constexpr auto kWideItems = Widened(kItems);
 constexpr DLG_TEMPLATE kWide{IDD_RECEIVER_POWER_WIDE, 216 + kWideGrow, 240, kWideItems};
+const CLayoutRegistration kRegistered("CReceiverPowerDlg", {{&kNormal, &kWide}});
 
 std::vector<PARAM_FIELD> StateFields() {
     return {field::Shown(IDC_STATE, par::PwrBatA), field::Shown(IDC_STATE + 1, par::PwrBatB), field::Shown(IDC_STATE + 2, par::PwrExt),

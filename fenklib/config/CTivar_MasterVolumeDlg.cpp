@@ -23,6 +23,7 @@ constexpr DLG_ITEM kItems[] = {
 constexpr DLG_TEMPLATE kNormal{IDD_MASTER_VOLUME, 216, 74, kItems};
 constexpr auto kWideItems = Widened(kItems);
 constexpr DLG_TEMPLATE kWide{IDD_MASTER_VOLUME_WIDE, 216 + kWideGrow, 74, kWideItems};
+const CLayoutRegistration kRegistered("CTivar_MasterVolumeDlg", {{&kNormal, &kWide}});
 
 }  // namespace
 

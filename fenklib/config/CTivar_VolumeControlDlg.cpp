@@ -30,6 +30,7 @@ static_assert(CTivar_VolumeControlDlg::kChannels == 3, "one layout row per chann
 constexpr DLG_TEMPLATE kNormal{IDD_VOLUME_CONTROL, 216, 114, kItems};
 constexpr auto kWideItems = Widened(kItems);
 constexpr DLG_TEMPLATE kWide{IDD_VOLUME_CONTROL_WIDE, 216 + kWideGrow, 114, kWideItems};
+const CLayoutRegistration kRegistered("CTivar_VolumeControlDlg", {{&kNormal, &kWide}});
 
 std::vector<PARAM_FIELD> Fields() {
     std::vector<PARAM_FIELD> fields;

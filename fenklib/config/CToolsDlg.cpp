@@ -28,6 +28,7 @@ constexpr DLG_ITEM kItems[] = {
 constexpr DLG_TEMPLATE kNormal{IDD_RECEIVER_TOOLS, 240, 112, kItems};
 constexpr auto kWideItems = Widened(kItems);
 constexpr DLG_TEMPLATE kWide{IDD_RECEIVER_TOOLS_WIDE, 240 + kWideGrow, 112, kWideItems};
+const CLayoutRegistration kRegistered("CToolsDlg", {{&kNormal, &kWide}});
 
 // Each operation's button and question, in the order of CToolsDlg::Operation.
 struct OPERATION_ROW {

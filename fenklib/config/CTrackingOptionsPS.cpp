@@ -52,6 +52,7 @@ constexpr DLG_ITEM kSbasItems[] = {
 constexpr DLG_TEMPLATE kSbas{IDD_TRACKING_SBAS, 230, 96, kSbasItems};
 constexpr auto kSbasWideItems = Widened(kSbasItems);
 constexpr DLG_TEMPLATE kSbasWide{IDD_TRACKING_SBAS_WIDE, 230 + kWideGrow, 96, kSbasWideItems};
+const CLayoutRegistration kRegistered("CTrackingOptionsPS", {{&kLocks, &kLocksWide}, {&kSbas, &kSbasWide}});
 
 std::vector<PARAM_FIELD> LockFields() {
     return {

@@ -20,6 +20,7 @@ constexpr DLG_ITEM kWideItems[] = {
     {CDevicePP::IDC_ACTION, CtlKind::Button, IDS_CAPTURE, 284, 8, 70, 14, uikit::kAnchorTopRight},
 };
 constexpr DLG_TEMPLATE kWide{IDD_TOOLS_CAMERA_WIDE, 360, 110, kWideItems};
+const CLayoutRegistration kRegistered("CCameraPP", {{&kLayout, &kWide}});
 }  // namespace
 
 CCameraPP::CCameraPP() : CDevicePP(kLayout, kWide, IDS_PAGE_CAMERA, "camera", IDS_NO_CAMERA) {}

@@ -25,6 +25,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 174, 62, 60, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_COMPASS_CALIBRATION, 240, 82, kItems};
+const CLayoutRegistration kRegistered("CCompassCalibrationDlg", {{&kLayout}});
 
 ustring Degrees(double value) { return ustring::FromQString(QLocale().toString(value, 'f', 1)); }
 

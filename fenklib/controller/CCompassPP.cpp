@@ -22,6 +22,7 @@ constexpr DLG_ITEM kWideItems[] = {
     {CDevicePP::IDC_SECOND_ACTION, CtlKind::Button, IDS_CALIBRATE, 284, 26, 70, 14, uikit::kAnchorTopRight},
 };
 constexpr DLG_TEMPLATE kWide{IDD_TOOLS_COMPASS_WIDE, 360, 110, kWideItems};
+const CLayoutRegistration kRegistered("CCompassPP", {{&kLayout, &kWide}});
 }  // namespace
 
 CCompassPP::CCompassPP() : CDevicePP(kLayout, kWide, IDS_PAGE_COMPASS, "compass", IDS_NO_COMPASS) {

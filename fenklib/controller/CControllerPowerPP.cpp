@@ -39,6 +39,7 @@ constexpr DLG_ITEM kWideItems[] = {
     {C::IDC_RULE_EXIT, CtlKind::CheckBox, 0, 190, 56, 236, 14, {0.4, 0, 0.6, 0}},
 };
 constexpr DLG_TEMPLATE kWide{IDD_TOOLS_POWER_WIDE, 440, 86, kWideItems};
+const CLayoutRegistration kRegistered("CControllerPowerPP", {{&kLayout, &kWide}});
 }  // namespace
 
 CControllerPowerPP::CControllerPowerPP(const POWER_DEVICE& device, unsigned toolName, bool backpack)

@@ -18,6 +18,7 @@ constexpr DLG_ITEM kWideItems[] = {
     {CDevicePP::IDC_ACTION, CtlKind::Button, IDS_MEASURE, 284, 8, 70, 14, uikit::kAnchorTopRight},
 };
 constexpr DLG_TEMPLATE kWide{IDD_TOOLS_LASER_WIDE, 360, 110, kWideItems};
+const CLayoutRegistration kRegistered("CLaserPP", {{&kLayout, &kWide}});
 }  // namespace
 
 CLaserPP::CLaserPP() : CDevicePP(kLayout, kWide, IDS_PAGE_LASER, "laser", IDS_NO_LASER) {}

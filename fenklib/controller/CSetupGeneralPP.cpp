@@ -18,6 +18,7 @@ constexpr DLG_ITEM kWideItems[] = {
     {CSetupGeneralPP::IDC_CARTESIAN, CtlKind::Radio, IDS_COORD_CARTESIAN, 182, 20, 164, 12, {0.5, 0, 0.5, 0}},
 };
 constexpr DLG_TEMPLATE kWide{IDD_SETUP_GENERAL_WIDE, 360, 100, kWideItems};
+const CLayoutRegistration kRegistered("CSetupGeneralPP", {{&kLayout, &kWide}});
 }  // namespace
 
 CSetupGeneralPP::CSetupGeneralPP() : CChoicePage(kLayout, kWide, IDS_GENERAL, IDC_GEODETIC) {}

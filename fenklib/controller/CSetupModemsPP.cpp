@@ -18,6 +18,7 @@ constexpr DLG_ITEM kWideItems[] = {
     {CSetupModemsPP::IDC_MANUAL, CtlKind::Radio, IDS_MANUAL_SELECTION, 182, 20, 164, 12, {0.5, 0, 0.5, 0}},
 };
 constexpr DLG_TEMPLATE kWide{IDD_SETUP_MODEMS_WIDE, 360, 100, kWideItems};
+const CLayoutRegistration kRegistered("CSetupModemsPP", {{&kLayout, &kWide}});
 }  // namespace
 
 CSetupModemsPP::CSetupModemsPP() : CChoicePage(kLayout, kWide, IDS_MODEMS, IDC_AUTODETECTION) {}

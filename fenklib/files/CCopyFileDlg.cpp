@@ -30,6 +30,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 183, 80, 50, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_COPY_FILE, 240, 100, kItems};
+const CLayoutRegistration kRegistered("CCopyFileDlg", {{&kLayout}});
 
 constexpr int kBarSteps = 1000;        // the bar counts in thousandths: files pass 2 GB
 

@@ -45,12 +45,13 @@ constexpr DLG_ITEM kWideItems[] = {
     {P::IDC_PHASE, CtlKind::NumberEdit, 0, 130, 58, 173, 14, kWide},
     {IDC_LABEL, CtlKind::Static, IDS_ROTATION_COUNTER, 7, 78, 120, 9},
     {P::IDC_COUNTER, CtlKind::NumberEdit, 0, 130, 76, 173, 14, kWide},
-    {IDC_LABEL, CtlKind::Static, IDS_ROTATION_RUNNING_COUNTER, 7, 96, 120, 9},
+    {IDC_LABEL, CtlKind::Static, IDS_ROTATION_RUNNING_COUNTER, 7, 96, 123, 9},
     {P::IDC_RUNNING_COUNTER, CtlKind::Edit, 0, 130, 94, 173, 14, kWide},
     {P::IDC_FORCE, CtlKind::Button, IDS_FORCE_FILE_ROTATION, 213, 116, 90, 16, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kNormal{IDD_EXPLORER_AFRM, 210, 180, kNormalItems};
 constexpr DLG_TEMPLATE kWideLayout{IDD_EXPLORER_AFRM_WIDE, 310, 140, kWideItems};
+const CLayoutRegistration kRegistered("CExplorerAFRMPP", {{&kNormal, &kWideLayout}});
 
 constexpr int kPeriodMin = 60, kPeriodMax = 86400;
 constexpr int kPhaseMin = 0, kPhaseMax = 86400;

@@ -48,6 +48,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_EXPLORER_FILES, 210, 162, kNormalItems};
 constexpr DLG_TEMPLATE kWide{IDD_EXPLORER_FILES_WIDE, 310, 140, kWideItems};
+const CLayoutRegistration kRegistered("CExplorerFilesPP", {{&kNormal, &kWide}});
 
 enum Column { ColName, ColSize, ColTime };
 constexpr int kSortRole = Qt::UserRole;

@@ -38,6 +38,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_EXPLORER_FRONT_PANEL, 210, 120, kNormalItems};
 constexpr DLG_TEMPLATE kWide{IDD_EXPLORER_FRONT_PANEL_WIDE, 310, 90, kWideItems};
+const CLayoutRegistration kRegistered("CExplorerFrontPanelPP", {{&kNormal, &kWide}});
 
 struct CHOICE {
     const wchar_t* keyword;

@@ -51,6 +51,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_EXPLORER_LOGS, 210, 166, kNormalItems};
 constexpr DLG_TEMPLATE kWide{IDD_EXPLORER_LOGS_WIDE, 310, 96, kWideItems};
+const CLayoutRegistration kRegistered("CExplorerLogsPP", {{&kNormal, &kWide}});
 
 constexpr double kPeriodMin = 0.05, kPeriodMax = 86400;
 

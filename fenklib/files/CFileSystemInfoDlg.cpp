@@ -24,6 +24,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDOK_BUTTON, CtlKind::Button, IDS_CLOSE, 166, 168, 50, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_FILE_SYSTEM_INFO, 220, 186, kItems};
+const CLayoutRegistration kRegistered("CFileSystemInfoDlg", {{&kLayout}});
 constexpr int kBarSteps = 1000;   // a few megabytes on a large medium still show
 
 }  // namespace

@@ -20,6 +20,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 163, 48, 50, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_PROGRESS, 220, 68, kItems};
+const CLayoutRegistration kRegistered("CProgressDlg", {{&kLayout}});
 constexpr int kBarSteps = 1000;   // ranges may pass what an int holds
 
 }  // namespace

@@ -20,6 +20,8 @@
 
 namespace {
 
+constexpr short kLineUnits = 8;   // a line of text, in dialog units down
+
 QTreeWidget* MakeList(QWidget* window, bool report) {
     auto* list = new QTreeWidget(window);
     list->setRootIsDecorated(!report);
@@ -92,6 +94,9 @@ CDialogControls CLayoutFactory::Build(QWidget* window, const DLG_TEMPLATE& norma
         const QString text = item.textId ? LoadResString(item.textId).ToQString() : QString();
         QWidget* control = MakeControl(item, window, text, custom);
         control->setObjectName(QString::number(item.id));
+        // As a resource script's static text does, a label with room for more lines than one
+        // breaks its text into them rather than cutting it.
+        if (auto* label = qobject_cast<QLabel*>(control); label && item.height >= 2 * kLineUnits) label->setWordWrap(true);
         if (item.kind == CtlKind::Radio) {
             if (!radios) radios = new QButtonGroup(window);
             radios->addButton(qobject_cast<QRadioButton*>(control), radios->buttons().size());

@@ -1,4 +1,5 @@
 #pragma once
+#include <initializer_list>
 #include <span>
 
 #include "platform/uikit/CAnchorLayout.h"
@@ -42,3 +43,15 @@ struct DLG_TEMPLATE {
 
 inline constexpr unsigned IDOK_BUTTON = 1;
 inline constexpr unsigned IDCANCEL_BUTTON = 2;
+
+// A window's layouts made reachable for the checks that go over every layout of the library
+// (LayoutRegistry.h): one line beside the window's templates, e.g.
+//     const CLayoutRegistration kRegistered("CToolsDlg", {{&kNormal, &kWide}});
+struct LAYOUT_PAIR {
+    const DLG_TEMPLATE* normal;
+    const DLG_TEMPLATE* wide = nullptr;   // the same controls for wide screens, when the window has one
+};
+class CLayoutRegistration {
+public:
+    CLayoutRegistration(const char* window, std::initializer_list<LAYOUT_PAIR> layouts);
+};

@@ -23,6 +23,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 246, 220, 50, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kNormal{IDD_LOGGING_MESSAGES, 300, 238, kItems};
+const CLayoutRegistration kRegistered("CLoggingMessagesDlg", {{&kNormal}});
 
 struct LOG_LISTS {
     fenkmsg::MessageList a, b;

@@ -24,6 +24,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 84, 182, 50, 14, kButtons},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_CHANNELS_LIST, 160, 200, kItems};
+const CLayoutRegistration kRegistered("CChannelsListDlg", {{&kLayout}});
 
 }  // namespace
 

@@ -17,6 +17,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 246, 172, 50, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kNormal{IDD_MESSAGE_LIST, 300, 190, kItems};
+const CLayoutRegistration kRegistered("CMessageListDlg", {{&kNormal}});
 
 }  // namespace
 

@@ -59,8 +59,8 @@ constexpr DLG_ITEM kWideItems[] = {
     {CRcvMessageDlg::IDC_COUNT, CtlKind::NumberEdit, 0, 80, 62, 98, 13},
     {IDC_FLAGS_GROUP, CtlKind::Group, IDS_FLAGS, 190, 22, 190, 60, uikit::kAnchorTopWide},
     {F0 + 0, CtlKind::CheckBox, IDS_FLAG_OUT, 196, 32, 60, 10},
-    {F0 + 1, CtlKind::CheckBox, IDS_FLAG_CHANGE, 260, 32, 60, 10},
-    {F0 + 2, CtlKind::CheckBox, IDS_FLAG_OUT_ON_ADD, 320, 32, 58, 10},
+    {F0 + 1, CtlKind::CheckBox, IDS_FLAG_CHANGE, 260, 32, 54, 10},
+    {F0 + 2, CtlKind::CheckBox, IDS_FLAG_OUT_ON_ADD, 314, 32, 65, 10},
     {F0 + 3, CtlKind::CheckBox, IDS_FLAG_NOTENA, 196, 46, 60, 10},
     {F0 + 4, CtlKind::CheckBox, IDS_FLAG_FIX_PER, 260, 46, 60, 10},
     {F0 + 5, CtlKind::CheckBox, IDS_FLAG_FIX_PH, 320, 46, 58, 10},
@@ -71,6 +71,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_RCV_MESSAGE, 180, 186, kNormalItems};
 constexpr DLG_TEMPLATE kWide{IDD_RCV_MESSAGE_WIDE, 384, 106, kWideItems};
+const CLayoutRegistration kRegistered("CRcvMessageDlg", {{&kNormal, &kWide}});
 static_assert(std::size(kFlagTexts) == 8);
 
 QString Number(double v) { return QLocale().toString(v, 'f', 2); }

@@ -17,6 +17,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 126, 188, 50, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kNormal{IDD_RCV_MESSAGE_LIST, 180, 206, kItems};
+const CLayoutRegistration kRegistered("CRcvMessageListDlg", {{&kNormal}});
 }  // namespace
 
 CRcvMessageListDlg::CRcvMessageListDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, basekit::ustring& name)

@@ -30,6 +30,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_RCV_MESSAGE_MUL_LIST, 240, 250, kNormalItems};
 constexpr DLG_TEMPLATE kWide{IDD_RCV_MESSAGE_MUL_LIST_WIDE, 384, 176, kWideItems};
+const CLayoutRegistration kRegistered("CRcvMessageMulListDlg", {{&kNormal, &kWide}});
 }  // namespace
 
 CRcvMessageMulListDlg::CRcvMessageMulListDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, fenkmsg::MessageList& list)

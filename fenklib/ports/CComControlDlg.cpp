@@ -34,6 +34,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CLOSE, 173, 110, 60, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_COM_CONTROL, 240, 128, kItems};
+const CLayoutRegistration kRegistered("CComControlDlg", {{&kLayout}});
 
 }  // namespace
 

@@ -22,6 +22,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CLOSE, 176, 160, 60, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_COM_FILES, 240, 178, kItems};
+const CLayoutRegistration kRegistered("CComFilesDlg", {{&kLayout}});
 constexpr int kNameWidth = 120;
 
 }  // namespace

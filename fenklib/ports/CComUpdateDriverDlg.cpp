@@ -35,6 +35,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 181, 162, 55, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_COM_UPDATE_DRIVER, 240, 180, kItems};
+const CLayoutRegistration kRegistered("CComUpdateDriverDlg", {{&kLayout}});
 
 }  // namespace
 

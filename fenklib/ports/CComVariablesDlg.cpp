@@ -25,6 +25,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 181, 162, 55, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_COM_VARIABLES, 240, 180, kItems};
+const CLayoutRegistration kRegistered("CComVariablesDlg", {{&kLayout}});
 constexpr int kNameWidth = 100;
 
 }  // namespace

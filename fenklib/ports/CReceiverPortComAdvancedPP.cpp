@@ -28,6 +28,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_PORT_COM_ADVANCED, 210, 60, kNormalItems};
 constexpr DLG_TEMPLATE kWideLayout{IDD_PORT_COM_ADVANCED_WIDE, 310, 46, kWideItems};
+const CLayoutRegistration kRegistered("CReceiverPortComAdvancedPP", {{&kNormal, &kWideLayout}});
 
 }  // namespace
 

@@ -51,6 +51,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_PORT_COM_DRIVER, 210, 164, kNormalItems};
 constexpr DLG_TEMPLATE kWideLayout{IDD_PORT_COM_DRIVER_WIDE, 310, 120, kWideItems};
+const CLayoutRegistration kRegistered("CReceiverPortComDriverPP", {{&kNormal, &kWideLayout}});
 
 }  // namespace
 

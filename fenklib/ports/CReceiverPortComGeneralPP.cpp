@@ -23,6 +23,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_PORT_COM_GENERAL, 210, 40, kNormalItems};
 constexpr DLG_TEMPLATE kWideLayout{IDD_PORT_COM_GENERAL_WIDE, 310, 30, kWideItems};
+const CLayoutRegistration kRegistered("CReceiverPortComGeneralPP", {{&kNormal, &kWideLayout}});
 
 }  // namespace
 

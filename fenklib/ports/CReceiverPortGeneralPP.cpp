@@ -48,6 +48,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_PORT_GENERAL, 210, 132, kNormalItems};
 constexpr DLG_TEMPLATE kWideLayout{IDD_PORT_GENERAL_WIDE, 310, 100, kWideItems};
+const CLayoutRegistration kRegistered("CReceiverPortGeneralPP", {{&kNormal, &kWideLayout}});
 
 }  // namespace
 

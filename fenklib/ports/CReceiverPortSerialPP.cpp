@@ -42,6 +42,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_PORT_SERIAL, 210, 140, kNormalItems};
 constexpr DLG_TEMPLATE kWideLayout{IDD_PORT_SERIAL_WIDE, 310, 100, kWideItems};
+const CLayoutRegistration kRegistered("CReceiverPortSerialPP", {{&kNormal, &kWideLayout}});
 
 // Every keyword of a table in table order, each item carrying its value; the current one chosen.
 template <typename E>

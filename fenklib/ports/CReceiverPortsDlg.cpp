@@ -20,6 +20,7 @@ constexpr DLG_ITEM kItems[] = {
     {D::IDC_PORT_TREE, CtlKind::Custom, 0, 4, 4, 172, 192, uikit::kAnchorFill},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_RECEIVER_PORTS, 180, 200, kItems};
+const CLayoutRegistration kRegistered("CReceiverPortsDlg", {{&kLayout}});
 
 constexpr int kKindRole = Qt::UserRole;
 

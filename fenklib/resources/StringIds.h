@@ -390,6 +390,7 @@ enum FenkStringId : unsigned {
     IDS_LOGGING_MESSAGES = 5505,
     IDS_LOG_FILE_A = 5506,
     IDS_LOG_FILE_B = 5507,
+    IDS_RECEIVER_MESSAGES_PICK = 5508,         // what a host offers the multi-message picker as
     // Receiver status sheet
     IDS_SYSTEM_GALILEO = 5400,
     IDS_SYSTEM_BEIDOU = 5401,

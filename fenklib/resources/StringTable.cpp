@@ -387,6 +387,7 @@ constexpr std::array kTable = Sorted(std::to_array<FenkStringEntry>({
     {IDS_LOGGING_MESSAGES, L"Logging Messages"},
     {IDS_LOG_FILE_A, L"Log file A:"},
     {IDS_LOG_FILE_B, L"Log file B:"},
+    {IDS_RECEIVER_MESSAGES_PICK, L"Receiver Messages"},
     {IDS_SYSTEM_GALILEO, L"Galileo"},
     {IDS_SYSTEM_BEIDOU, L"BeiDou"},
     {IDS_COPY_POSITION, L"Copy Position"},

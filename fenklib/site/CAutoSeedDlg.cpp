@@ -42,7 +42,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDC_POINT_GROUP, CtlKind::Group, IDS_CURRENT_POINT, 2, 62, 196, 88, kAnchorTopWide},
     {IDC_ID_LABEL, CtlKind::Static, IDS_POINT_ID, 8, 76, 16, 8},
     {IDC_POINT_ID, CtlKind::NumberEdit, 0, 26, 74, 32, 12},
-    {IDC_NAME_LABEL, CtlKind::Static, IDS_POINT_NAME, 62, 76, 24, 8},
+    {IDC_NAME_LABEL, CtlKind::Static, IDS_POINT_NAME, 60, 76, 27, 8},
     {IDC_POINT_NAME, CtlKind::TextEdit, 0, 88, 74, 104, 12, kAnchorTopWide},
     {IDC_POINT_ARP_LABEL, CtlKind::Static, IDS_ANTENNA_POINT, 8, 94, 40, 8},
     {IDC_POINT_ARP, CtlKind::Static, 0, 50, 92, 104, 26, kAnchorTopWide},
@@ -61,6 +61,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 104, 228, 50, 14, uikit::kAnchorBottomCentre},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_AUTO_SEED, 200, 246, kItems};
+const CLayoutRegistration kRegistered("CAutoSeedDlg", {{&kLayout}});
 
 }  // namespace
 

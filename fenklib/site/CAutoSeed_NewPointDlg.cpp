@@ -30,6 +30,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 94, 68, 50, 14, uikit::kAnchorBottomCentre},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_AUTO_SEED_NEW_POINT, 180, 86, kItems};
+const CLayoutRegistration kRegistered("CAutoSeed_NewPointDlg", {{&kLayout}});
 
 }  // namespace
 

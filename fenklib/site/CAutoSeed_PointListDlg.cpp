@@ -32,6 +32,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDOK_BUTTON, CtlKind::Button, IDS_CLOSE, 188, 136, 50, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_AUTO_SEED_POINT_LIST, 240, 154, kItems};
+const CLayoutRegistration kRegistered("CAutoSeed_PointListDlg", {{&kLayout}});
 
 // The columns, in order, with the text each shows of a point.
 struct COLUMN {

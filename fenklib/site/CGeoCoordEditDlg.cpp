@@ -55,6 +55,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 144, 102, 50, 14, uikit::kAnchorBottomCentre},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_GEO_COORD_EDIT, 280, 120, kItems};
+const CLayoutRegistration kRegistered("CGeoCoordEditDlg", {{&kLayout}});
 
 }  // namespace
 

@@ -70,7 +70,7 @@ constexpr DLG_ITEM kWideItems[] = {
     {IDC_ANTENNA_GROUP, CtlKind::Group, IDS_ANTENNA_PARAMETERS, 176, 2, 150, 76, kTopRight},
     {IDC_TYPE_LABEL, CtlKind::Static, IDS_ANTENNA_TYPE, 182, 16, 40, 8, kTopRight},
     {IDC_ANTENNA_TYPE, CtlKind::Combo, 0, 224, 14, 96, 12, kTopRight},
-    {IDC_HEIGHT_LABEL, CtlKind::Static, IDS_HEIGHT_M, 182, 34, 42, 8, kTopRight},
+    {IDC_HEIGHT_LABEL, CtlKind::Static, IDS_HEIGHT_M, 181, 34, 43, 8, kTopRight},
     {IDC_ANTENNA_HEIGHT, CtlKind::RealEdit, 0, 224, 32, 50, 12, kTopRight},
     {IDC_SLANT, CtlKind::CheckBox, IDS_SLANT, 224, 50, 60, 10, kTopRight},
     {IDOK_BUTTON, CtlKind::Button, IDS_OK, 216, 84, 50, 14, uikit::kAnchorBottomRight},
@@ -78,6 +78,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNarrow{IDD_SITE_CONFIGURATION, 160, 156, kNarrowItems};
 constexpr DLG_TEMPLATE kWide{IDD_SITE_CONFIGURATION_WIDE, 328, 102, kWideItems};
+const CLayoutRegistration kRegistered("CSiteConfigurationDlg", {{&kNarrow, &kWide}});
 
 // The height as the person typed it: their own decimal sign, or the point.
 std::optional<float> ParseHeight(const QString& text) {

@@ -27,6 +27,7 @@ constexpr DLG_ITEM kItems[] = {
     {IDCANCEL_BUTTON, CtlKind::Button, IDS_CANCEL, 84, 82, 50, 14, uikit::kAnchorBottomCentre},
 };
 constexpr DLG_TEMPLATE kLayout{IDD_XYZ_COORD_EDIT, 160, 100, kItems};
+const CLayoutRegistration kRegistered("CXyzCoordEditDlg", {{&kLayout}});
 
 }  // namespace
 

@@ -15,6 +15,7 @@ namespace {
 enum : unsigned { IDC_LIST = 100 };
 constexpr DLG_ITEM kItems[] = {{IDC_LIST, CtlKind::ListView, 0, 4, 4, 232, 218, uikit::kAnchorFill}};
 constexpr DLG_TEMPLATE kNormal{IDD_STATUS_DATA_LINK, 240, 226, kItems};
+const CLayoutRegistration kRegistered("CStatusDataLinkPP", {{&kNormal}});
 constexpr unsigned kColumns[] = {IDS_COL_PORT, IDS_COL_FORMAT, IDS_COL_STATION, IDS_COL_AGE,
                                  IDS_COL_RECEIVED, IDS_COL_ERRORS, IDS_COL_RATE};
 

@@ -24,6 +24,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_STATUS_POSITION_IN_TIME, 240, 226, kNormalItems};
 constexpr DLG_TEMPLATE kWide{IDD_STATUS_POSITION_IN_TIME_WIDE, 384, 148, kWideItems};
+const CLayoutRegistration kRegistered("CStatusPositionInTimePP", {{&kNormal, &kWide}});
 
 }  // namespace
 

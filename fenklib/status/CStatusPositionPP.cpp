@@ -23,12 +23,13 @@ constexpr DLG_ITEM kNormalItems[] = {
     {IDC_COPY, CtlKind::Button, IDS_COPY_POSITION, 156, 208, 80, 14, uikit::kAnchorBottomRight},
 };
 constexpr DLG_ITEM kWideItems[] = {
-    {IDC_LIST, CtlKind::ListView, 0, 4, 4, 300, 140, uikit::kAnchorFill},
+    {IDC_LIST, CtlKind::ListView, 0, 4, 4, 258, 140, uikit::kAnchorFill},
     {IDC_COPY, CtlKind::Button, IDS_COPY_POSITION, 310, 4, 70, 14, uikit::kAnchorTopRight},
-    {IDC_BOTH_FORMS, CtlKind::CheckBox, IDS_SHOW_OTHER_FORM, 310, 22, 70, 24, uikit::kAnchorTopRight},
+    {IDC_BOTH_FORMS, CtlKind::CheckBox, IDS_SHOW_OTHER_FORM, 266, 22, 114, 24, uikit::kAnchorTopRight},
 };
 constexpr DLG_TEMPLATE kNormal{IDD_STATUS_POSITION, 240, 226, kNormalItems};
 constexpr DLG_TEMPLATE kWide{IDD_STATUS_POSITION_WIDE, 384, 148, kWideItems};
+const CLayoutRegistration kRegistered("CStatusPositionPP", {{&kNormal, &kWide}});
 
 }  // namespace
 

@@ -33,6 +33,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_STATUS_LOGGING, 240, 226, kNormalItems};
 constexpr DLG_TEMPLATE kWide{IDD_STATUS_LOGGING_WIDE, 384, 148, kWideItems};
+const CLayoutRegistration kRegistered("CStatusRealTimeLoggingPP", {{&kNormal, &kWide}});
 
 }  // namespace
 

@@ -14,6 +14,7 @@ namespace {
 enum : unsigned { IDC_LIST = 100 };
 constexpr DLG_ITEM kItems[] = {{IDC_LIST, CtlKind::ListView, 0, 4, 4, 232, 218, uikit::kAnchorFill}};
 constexpr DLG_TEMPLATE kNormal{IDD_STATUS_SAT_LIST, 240, 226, kItems};
+const CLayoutRegistration kRegistered("CStatusSatListPP", {{&kNormal}});
 constexpr unsigned kColumns[] = {IDS_COL_USED, IDS_COL_SYSTEM, IDS_COL_NUMBER, IDS_COL_ELEVATION, IDS_COL_AZIMUTH, IDS_COL_SNR};
 enum Column { kUsed, kSystem, kNumber, kElevation, kAzimuth, kSnr };
 

@@ -12,6 +12,7 @@ namespace {
 enum : unsigned { IDC_SKY_PLOT = 3054 };
 constexpr DLG_ITEM kItems[] = {{IDC_SKY_PLOT, CtlKind::Custom, 0, 0, 0, 240, 226, uikit::kAnchorFill}};
 constexpr DLG_TEMPLATE kNormal{IDD_STATUS_SKY_PLOT, 240, 226, kItems};
+const CLayoutRegistration kRegistered("CStatusSatPlotPP", {{&kNormal}});
 
 }  // namespace
 

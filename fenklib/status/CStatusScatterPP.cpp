@@ -27,6 +27,7 @@ constexpr DLG_ITEM kWideItems[] = {
 };
 constexpr DLG_TEMPLATE kNormal{IDD_STATUS_SCATTER, 240, 226, kNormalItems};
 constexpr DLG_TEMPLATE kWide{IDD_STATUS_SCATTER_WIDE, 384, 148, kWideItems};
+const CLayoutRegistration kRegistered("CStatusScatterPP", {{&kNormal, &kWide}});
 
 }  // namespace
 

@@ -2,11 +2,10 @@
 // launcher answers 4.
 #include <gtest/gtest.h>
 
-#include <QFile>
-#include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <algorithm>
+#include <iterator>
 
 #include "tools/lyn-utility/CConnection.h"
 #include "platform/basekit/CWinException.h"
@@ -31,26 +30,55 @@ bool Has(const std::vector<std::string>& names, const char* name) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-TEST(Host, BindsWhatTheLibraryExportsAndReportsTheRest) {
+// The host offers every launcher of the library's table, each under the caption the library
+// gives it and in the menu its arguments call for; a library that lacks them is reported, not fatal.
+TEST(Host, OffersEveryLauncherOfTheTableAndReportsTheMissing) {
     CFenkBinding binding;
     ASSERT_TRUE(binding.Load(QStringLiteral(FENK_LIBRARY_PATH))) << binding.ErrorText().toStdString();
-    EXPECT_TRUE(Has(binding.Bound(), "run_ReceiverInfoDlg"));
     EXPECT_TRUE(Has(binding.Bound(), "PreOpenPort"));
     EXPECT_TRUE(Has(binding.Bound(), "OnExitApp"));
-    EXPECT_TRUE(Has(binding.Missing(), "run_UploadFirmwareDlg")) << "a dialog not built is reported, not fatal";
-    // Every launcher the library declares gets a row, whatever arguments it takes: one without
-    // would be left out of the menus and the tour.
-    std::vector<std::string> launchers;
-    for (const auto& launcher : binding.Launchers()) launchers.push_back(launcher.name);
-    QFile declarations(QStringLiteral(FENK_SOURCE_DIR "/fenklib/FenkLaunchers.h"));
-    ASSERT_TRUE(declarations.open(QIODevice::ReadOnly));
-    const QString text = QString::fromUtf8(declarations.readAll());
-    int declared = 0;
-    for (const auto& match : QRegularExpression(QStringLiteral("\\b(run_\\w+)\\(")).globalMatch(text)) {
-        EXPECT_TRUE(Has(launchers, match.captured(1).toLatin1().constData())) << match.captured(1).toStdString();
-        ++declared;
+    EXPECT_TRUE(binding.Missing().empty()) << binding.Missing().front();
+    using Menu = CFenkBinding::Menu;
+    struct ROW {
+        const char* legend;
+        const char* name;
+        const wchar_t* caption;
+        Menu menu;
+        const char* shortcut;
+        bool takesReceiver;
+    };
+    const ROW rows[] = {
+        {"a window on the receiver, with its key", "run_ReceiverInfoDlg", L"Receiver Info", Menu::Device, "Ctrl+I", true},
+        {"a window on the receiver", "run_PositioningPS", L"Positioning", Menu::Device, "", true},
+        {"a window that holds no receiver", "run_SetupPS", L"Setup", Menu::Tools, "", false},
+        {"a picker that holds no receiver", "run_ChannelsListDlg", L"Channels", Menu::Tools, "", false},
+        {"an editor of a value", "run_GeoCoordEditDlg", L"Geodetic Coordinates", Menu::Edit, "", true},
+        {"the multi-message picker, apart from the single one", "run_RcvMessageMulListDlg", L"Receiver Messages", Menu::Edit, "", true},
+        {"a window the host only tours", "run_CopyFileDlg", L"Copy File", Menu::None, "", true},
+    };
+    const auto& launchers = binding.Launchers();
+    for (const ROW& row : rows) {
+        const auto launcher = std::find_if(launchers.begin(), launchers.end(), [&](const auto& l) { return l.name == row.name; });
+        ASSERT_NE(launcher, launchers.end()) << row.legend;
+        EXPECT_EQ(launcher->caption, row.caption) << row.legend;
+        EXPECT_EQ(launcher->menu, row.menu) << row.legend;
+        EXPECT_STREQ(launcher->shortcut, row.shortcut) << row.legend;
+        EXPECT_EQ(launcher->takesReceiver, row.takesReceiver) << row.legend;
     }
-    EXPECT_GT(declared, 20);
+    const char* table[] = {
+#define FENK_LAUNCHER(name, window, shape, caption) #name,
+#include "fenklib/FenkLauncherTable.h"
+#undef FENK_LAUNCHER
+    };
+    ASSERT_EQ(launchers.size(), std::size(table)) << "every launcher offered, once";
+    for (std::size_t i = 0; i < launchers.size(); ++i) EXPECT_EQ(launchers[i].name, table[i]) << "in the table's order";
+
+    // Any other library: loaded, every name reported missing, nothing offered.
+    CFenkBinding other;
+    ASSERT_TRUE(other.Load(QStringLiteral("libQt6Core.so.6"))) << other.ErrorText().toStdString();
+    EXPECT_TRUE(other.Launchers().empty());
+    for (const char* name : table) EXPECT_TRUE(Has(other.Missing(), name)) << name;
+    EXPECT_TRUE(Has(other.Missing(), "PreOpenPort"));
     CFenkBinding missing;
     EXPECT_FALSE(missing.Load(QStringLiteral("/nonexistent/libfenk.so")));
 }

@@ -3,62 +3,82 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <iterator>
-
-#include "tools/lyn-utility/HostStrings.h"
+#include <string_view>
+#include <type_traits>
 
 namespace {
 
-// Every launcher a host may find, one row each: its name, the arguments it takes, where the
-// window offers it and its key. A launcher of a known shape needs nothing but its row here;
-// row i's fallback caption is host string HS_CAPTION_FIRST + i, used when the library has none.
-using Shape = LauncherShape;
 using Menu = CFenkBinding::Menu;
+
+// The library's launchers as the host calls them, one per row of the library's launcher table,
+// each typed by its declaration: the call with sample arguments, and the menu its type suggests
+// (windows on the receiver in Device, editors of a value in Edit, windows that hold no receiver
+// in Tools).
 struct LAUNCHER_ROW {
     const char* name;
-    Shape shape;
+    LauncherInvoker (*call)(QFunctionPointer entry);
+    bool takesReceiver;
+    Menu menu;
+};
+
+// The one place an address from the library becomes a function: its type comes from the
+// declaration of what was bound.
+template <typename Function>
+Function* As(QFunctionPointer entry) {
+    return reinterpret_cast<Function*>(entry);
+}
+
+template <typename Function>
+LauncherInvoker Call(QFunctionPointer entry) {
+    return SampleCall(As<Function>(entry));
+}
+
+template <typename Function>
+constexpr LAUNCHER_ROW Row(const char* name) {
+    using Type = LAUNCHER_TYPE<Function>;
+    const Menu menu = !Type::takesReceiver ? Menu::Tools : Type::takesValue ? Menu::Edit : Menu::Device;
+    return {name, &Call<Function>, Type::takesReceiver, menu};
+}
+
+constexpr LAUNCHER_ROW kLaunchers[] = {
+#define FENK_LAUNCHER(name, window, shape, caption) Row<decltype(name)>(#name),
+#include "fenklib/FenkLauncherTable.h"
+#undef FENK_LAUNCHER
+};
+
+// The host's own choices for some launchers, by name: a key, or another menu (None: the tour
+// only, for windows that need a real file or job to show).
+struct PLACEMENT {
+    std::string_view name;
     Menu menu;
     const char* shortcut;
 };
-constexpr LAUNCHER_ROW kLaunchers[] = {
-    {"run_ReceiverInfoDlg", Shape::ReceiverParent, Menu::Device, "Ctrl+I"},
-    {"run_ReceiverStatusPS", Shape::ReceiverParent, Menu::Device, "Ctrl+T"},
-    {"run_PositioningPS", Shape::ReceiverParent, Menu::Device, ""},
-    {"run_TrackingOptionsPS", Shape::ReceiverParent, Menu::Device, ""},
-    {"run_ReceiverPortsDlg", Shape::ReceiverParent, Menu::Device, "Ctrl+P"},
-    {"run_LoggingMessagesDlg", Shape::ReceiverParent, Menu::Device, "Ctrl+L"},
-    {"run_ReceiverFileExplorerPS", Shape::ReceiverParent, Menu::Device, "Ctrl+F"},
-    {"run_FileSystemInfoDlg", Shape::ReceiverParent, Menu::Device, ""},
-    {"run_ReceiverPowerDlg", Shape::ReceiverParent, Menu::Device, ""},
-    {"run_BluetoothDlg", Shape::ReceiverParent, Menu::Device, ""},
-    {"run_AutoSeedDlg", Shape::ReceiverParent, Menu::Device, ""},
-    {"run_AutoSeed_PointListDlg", Shape::ReceiverParent, Menu::Device, ""},
-    {"run_SiteConfigurationDlg", Shape::ReceiverParent, Menu::Device, "Ctrl+E"},
-    {"run_RawMeasurementDlg", Shape::ReceiverParent, Menu::Device, ""},
-    {"run_ToolsDlg", Shape::ReceiverParent, Menu::Device, ""},
-    {"run_VolumeControlDlg", Shape::ReceiverParent, Menu::Device, ""},
-    {"run_Tivar_MasterVolumeDlg", Shape::ReceiverParent, Menu::Device, ""},
-    {"run_SetupPS", Shape::Parent, Menu::Tools, ""},
-    {"run_ZedToolsPS", Shape::Parent, Menu::Tools, ""},
-    {"run_BackpackToolsPS", Shape::Parent, Menu::Tools, ""},
-    {"run_CompassCalibrationDlg", Shape::Parent, Menu::Tools, ""},
-    {"run_ChannelsListDlg", Shape::ChannelList, Menu::Tools, ""},
-    {"run_CLTHelpDlg", Shape::ParentCode, Menu::Tools, ""},
-    {"run_CLTFLoaderDlg", Shape::ParentCodeLetters, Menu::Tools, ""},
-    {"run_CLTCCFFLoaderDlg", Shape::ParentCodeLetters, Menu::Tools, ""},
-    {"run_XyzCoordEditDlg", Shape::XyzPosition, Menu::Edit, ""},
-    {"run_GeoCoordEditDlg", Shape::GeoPosition, Menu::Edit, ""},
-    {"run_AutoSeed_NewPointDlg", Shape::PointSlot, Menu::Edit, ""},
-    {"run_MessageListDlg", Shape::MessageList, Menu::Edit, ""},
-    {"run_RcvMessageDlg", Shape::Message, Menu::Edit, ""},
-    {"run_RcvMessageListDlg", Shape::MessageName, Menu::Edit, ""},
-    {"run_RcvMessageMulListDlg", Shape::MessageList, Menu::Edit, ""},
-    {"run_CopyFileDlg", Shape::CopyFile, Menu::None, ""},
-    {"run_ProgressDlg", Shape::Progress, Menu::None, ""},
+constexpr PLACEMENT kPlacements[] = {
+    {"run_ReceiverInfoDlg", Menu::Device, "Ctrl+I"},
+    {"run_ReceiverStatusPS", Menu::Device, "Ctrl+T"},
+    {"run_ReceiverPortsDlg", Menu::Device, "Ctrl+P"},
+    {"run_LoggingMessagesDlg", Menu::Device, "Ctrl+L"},
+    {"run_ReceiverFileExplorerPS", Menu::Device, "Ctrl+F"},
+    {"run_SiteConfigurationDlg", Menu::Device, "Ctrl+E"},
+    {"run_CopyFileDlg", Menu::None, ""},
+    {"run_ProgressDlg", Menu::None, ""},
 };
-// Launchers whose arguments (a modem, a port being flashed) the host has no sample of: bound
-// when present, for hosts that call them from elsewhere.
-constexpr const char* kUncalledLaunchers[] = {"run_UniversalModemPS", "run_UploadFirmwareDlg"};
+
+constexpr bool EveryPlacementIsALauncher() {
+    for (const PLACEMENT& placement : kPlacements) {
+        bool found = false;
+        for (const LAUNCHER_ROW& row : kLaunchers) found = found || placement.name == row.name;
+        if (!found) return false;
+    }
+    return true;
+}
+static_assert(EveryPlacementIsALauncher(), "a placement names a launcher the library's table does not have");
+
+const PLACEMENT* PlacementOf(std::string_view name) {
+    for (const PLACEMENT& placement : kPlacements)
+        if (placement.name == name) return &placement;
+    return nullptr;
+}
 
 QString DefaultLibraryPath() {
     // Beside the program, in the build tree's fenklib folder or in an installed tree; else the
@@ -77,20 +97,22 @@ QString DefaultLibraryPath() {
 bool CFenkBinding::Load(const QString& path) {
     m_library.setFileName(path.isEmpty() ? DefaultLibraryPath() : path);
     if (!m_library.load()) return false;
-    m_caption = reinterpret_cast<decltype(m_caption)>(BindOptional("FenkLauncherCaption"));
-    m_probe = reinterpret_cast<ProbeFunction>(BindOptional("FenkProbeReceiver"));
-    m_ownPortChange = reinterpret_cast<OwnPortChangeFunction>(BindOptional("FenkOwnPortChange"));
-    m_restoreOwnPort = reinterpret_cast<RestoreOwnPortFunction>(BindOptional("FenkRestoreOwnPort"));
-    for (std::size_t row = 0; row < std::size(kLaunchers); ++row) {
-        const LAUNCHER_ROW& r = kLaunchers[row];
-        if (const auto f = Bind(r.name))
-            m_launchers.push_back({r.name, MakeInvoker(r.shape, f), CaptionOf(r.name, row), r.shortcut, r.menu,
-                                   TakesReceiver(r.shape)});
+    m_caption = As<decltype(FenkLauncherCaption)>(BindOptional("FenkLauncherCaption"));
+    m_probe = As<std::remove_pointer_t<ProbeFunction>>(BindOptional("FenkProbeReceiver"));
+    m_ownPortChange = As<std::remove_pointer_t<OwnPortChangeFunction>>(BindOptional("FenkOwnPortChange"));
+    m_restoreOwnPort = As<std::remove_pointer_t<RestoreOwnPortFunction>>(BindOptional("FenkRestoreOwnPort"));
+    for (const LAUNCHER_ROW& row : kLaunchers) {
+        const QFunctionPointer entry = Bind(row.name);
+        if (!entry) continue;
+        LauncherInvoker call = row.call(entry);
+        if (!call) continue;   // bound for hosts that call it from elsewhere, not offered here
+        const PLACEMENT* placement = PlacementOf(row.name);
+        m_launchers.push_back({row.name, std::move(call), CaptionOf(row.name), placement ? placement->shortcut : "",
+                               placement ? placement->menu : row.menu, row.takesReceiver});
     }
-    for (const char* name : kUncalledLaunchers) Bind(name);
-    m_preOpen = reinterpret_cast<decltype(m_preOpen)>(Bind("PreOpenPort"));
-    m_postClose = reinterpret_cast<decltype(m_postClose)>(Bind("PostClosePort"));
-    m_onExit = reinterpret_cast<decltype(m_onExit)>(Bind("OnExitApp"));
+    m_preOpen = As<decltype(::PreOpenPort)>(Bind("PreOpenPort"));
+    m_postClose = As<decltype(::PostClosePort)>(Bind("PostClosePort"));
+    m_onExit = As<decltype(::OnExitApp)>(Bind("OnExitApp"));
     return true;
 }
 
@@ -105,10 +127,11 @@ QFunctionPointer CFenkBinding::BindOptional(const char* name) {
     return m_library.resolve(name);
 }
 
-basekit::ustring CFenkBinding::CaptionOf(const char* name, std::size_t row) const {
+basekit::ustring CFenkBinding::CaptionOf(const char* name) const {
     basekit::ustring caption;
     if (m_caption && m_caption(name, caption) && !caption.empty()) return caption;
-    return HostText(HS_CAPTION_FIRST + static_cast<unsigned>(row));
+    // A library without captions: the window's name, still never its class.
+    return basekit::ustring::FromUtf8(std::string_view(name).substr(std::string_view("run_").size()));
 }
 
 bool CFenkBinding::PreOpenPort(const basekit::CSmartPtr<devio::IPortAddr>& addr) const {

@@ -8,6 +8,8 @@
 #include "platform/devio/IPortAddr.h"
 #include "platform/devio/IReceiver.h"
 #include "platform/devio/SerialLine.h"
+#include "fenklib/FenkLaunchers.h"
+#include "fenklib/frame/PortHooks.h"
 #include "tools/lyn-utility/LauncherShapes.h"
 
 // libfenk loaded at run time, its entry points bound by name. A name the library does not
@@ -47,7 +49,8 @@ public:
     QString ErrorText() const { return m_library.errorString(); }
     QString FileName() const { return m_library.fileName(); }
 
-    // Every launcher the library exports, in the order of the host's launcher table.
+    // Every launcher of the library's table that it exports and the host can call, in the
+    // table's order.
     const std::vector<Launcher>& Launchers() const { return m_launchers; }
     const std::vector<std::string>& Missing() const { return m_missing; }
     const std::vector<std::string>& Bound() const { return m_bound; }
@@ -59,17 +62,17 @@ public:
 private:
     QFunctionPointer Bind(const char* name);
     QFunctionPointer BindOptional(const char* name);
-    basekit::ustring CaptionOf(const char* name, std::size_t row) const;
+    basekit::ustring CaptionOf(const char* name) const;
     QLibrary m_library;
     std::vector<Launcher> m_launchers;
     std::vector<std::string> m_missing;
     std::vector<std::string> m_bound;
-    bool (*m_preOpen)(basekit::CSmartPtr<devio::IPortAddr>) = nullptr;
-    bool (*m_postClose)(basekit::CSmartPtr<devio::IPortAddr>) = nullptr;
-    void (*m_onExit)() = nullptr;
+    decltype(&::PreOpenPort) m_preOpen = nullptr;
+    decltype(&::PostClosePort) m_postClose = nullptr;
+    decltype(&::OnExitApp) m_onExit = nullptr;
     ProbeFunction m_probe = nullptr;
     OwnPortChangeFunction m_ownPortChange = nullptr;
     RestoreOwnPortFunction m_restoreOwnPort = nullptr;
     // The library's captions from its string table, when it exports them.
-    bool (*m_caption)(const char* launcherName, basekit::ustring& caption) = nullptr;
+    decltype(&FenkLauncherCaption) m_caption = nullptr;
 };

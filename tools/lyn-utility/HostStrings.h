@@ -63,7 +63,6 @@ enum HostStringId : unsigned {
     HS_WENT_BACK,
     HS_WENT_BACK_UNRESTORED,
     HS_FOLLOW_LOST,
-    HS_CAPTION_FIRST = 100,   // launcher captions follow, in the order of CFenkBinding's launcher table
 };
 
 const basekit::CResourceInstance& HostStrings();

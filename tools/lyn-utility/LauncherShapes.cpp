@@ -1,12 +1,7 @@
 #include "tools/lyn-utility/LauncherShapes.h"
 
 #include <QDir>
-#include <iterator>
-#include <map>
-#include <vector>
 
-#include "fenklib/files/ProgressInfo.h"
-#include "fenklib/receiver/VokTypes.h"
 #include "tools/lyn-utility/HostStrings.h"
 
 using basekit::ustring;
@@ -35,60 +30,49 @@ std::map<wchar_t, ustring> Letters() {
     return {{L'C', ustring::FromQString(QDir::homePath())}, {L'T', ustring::FromQString(QDir::tempPath())}};
 }
 
-template <typename Function>
-Function As(QFunctionPointer entry) {
-    return reinterpret_cast<Function>(entry);
-}
+}  // namespace
 
-LauncherInvoker ReceiverParent(QFunctionPointer entry) {
-    const auto run = As<int (*)(Receiver, QWidget*)>(entry);
+LauncherInvoker SampleCall(int (*run)(Receiver, QWidget*)) {
     return [run](Receiver receiver, QWidget* parent) { return run(std::move(receiver), parent); };
 }
 
-LauncherInvoker Parent(QFunctionPointer entry) {
-    const auto run = As<int (*)(QWidget*)>(entry);
+LauncherInvoker SampleCall(int (*run)(QWidget*)) {
     return [run](Receiver, QWidget* parent) { return run(parent); };
 }
 
-LauncherInvoker ChannelList(QFunctionPointer entry) {
-    const auto run = As<int (*)(QWidget*, const std::vector<double>&, double&)>(entry);
+LauncherInvoker SampleCall(int (*run)(QWidget*, const std::vector<double>&, double&)) {
     return [run](Receiver, QWidget* parent) {
         double chosen = kChosenChannel;
         return run(parent, kChannels, chosen);
     };
 }
 
-LauncherInvoker XyzPosition(QFunctionPointer entry) {
-    const auto run = As<int (*)(Receiver, QWidget*, devio::vok::POS_XYZ&)>(entry);
+LauncherInvoker SampleCall(int (*run)(Receiver, QWidget*, devio::vok::POS_XYZ&)) {
     return [run](Receiver receiver, QWidget* parent) {
         devio::vok::POS_XYZ pos = kMarkXyz;
         return run(std::move(receiver), parent, pos);
     };
 }
 
-LauncherInvoker GeoPosition(QFunctionPointer entry) {
-    const auto run = As<int (*)(Receiver, QWidget*, devio::vok::POS_GEO&)>(entry);
+LauncherInvoker SampleCall(int (*run)(Receiver, QWidget*, devio::vok::POS_GEO&)) {
     return [run](Receiver receiver, QWidget* parent) {
         devio::vok::POS_GEO pos = kMarkGeo;
         return run(std::move(receiver), parent, pos);
     };
 }
 
-LauncherInvoker PointSlot(QFunctionPointer entry) {
-    const auto run = As<int (*)(Receiver, QWidget*, int)>(entry);
+LauncherInvoker SampleCall(int (*run)(Receiver, QWidget*, int)) {
     return [run](Receiver receiver, QWidget* parent) { return run(std::move(receiver), parent, kFreeSlot); };
 }
 
-LauncherInvoker CopyFile(QFunctionPointer entry) {
-    const auto run = As<int (*)(Receiver, QWidget*, const wchar_t*, const wchar_t*, bool)>(entry);
+LauncherInvoker SampleCall(int (*run)(Receiver, QWidget*, const wchar_t*, const wchar_t*, bool)) {
     return [run](Receiver receiver, QWidget* parent) {
         const ustring target = ustring::FromQString(QDir::temp().filePath(QString::fromWCharArray(kCopyName)));
         return run(std::move(receiver), parent, kReceiverFile, target.c_str(), true);
     };
 }
 
-LauncherInvoker Progress(QFunctionPointer entry) {
-    const auto run = As<int (*)(Receiver, QWidget*, PROGRESS_INFO)>(entry);
+LauncherInvoker SampleCall(int (*run)(Receiver, QWidget*, PROGRESS_INFO)) {
     return [run](Receiver receiver, QWidget* parent) {
         PROGRESS_INFO info;
         info.text = HostText(HS_PROGRESS_SAMPLE);
@@ -100,77 +84,37 @@ LauncherInvoker Progress(QFunctionPointer entry) {
     };
 }
 
-LauncherInvoker MessageList(QFunctionPointer entry) {
-    const auto run = As<int (*)(Receiver, QWidget*, std::vector<MSG>&)>(entry);
+LauncherInvoker SampleCall(int (*run)(Receiver, QWidget*, std::vector<MSG>&)) {
     return [run](Receiver receiver, QWidget* parent) {
         std::vector<MSG> list = BasicNmea();
         return run(std::move(receiver), parent, list);
     };
 }
 
-LauncherInvoker Message(QFunctionPointer entry) {
-    const auto run = As<int (*)(Receiver, QWidget*, MSG&)>(entry);
+LauncherInvoker SampleCall(int (*run)(Receiver, QWidget*, MSG&)) {
     return [run](Receiver receiver, QWidget* parent) {
         MSG message = BasicNmea().front();
         return run(std::move(receiver), parent, message);
     };
 }
 
-LauncherInvoker MessageName(QFunctionPointer entry) {
-    const auto run = As<int (*)(Receiver, QWidget*, ustring&)>(entry);
+LauncherInvoker SampleCall(int (*run)(Receiver, QWidget*, ustring&)) {
     return [run](Receiver receiver, QWidget* parent) {
         ustring name = BasicNmea().front().name;
         return run(std::move(receiver), parent, name);
     };
 }
 
-LauncherInvoker ParentCode(QFunctionPointer entry) {
-    const auto run = As<int (*)(QWidget*, int&)>(entry);
+LauncherInvoker SampleCall(int (*run)(QWidget*, int&)) {
     return [run](Receiver, QWidget* parent) {
         int code = 0;
         return run(parent, code);
     };
 }
 
-LauncherInvoker ParentCodeLetters(QFunctionPointer entry) {
-    const auto run = As<int (*)(QWidget*, int&, const std::map<wchar_t, ustring>&)>(entry);
+LauncherInvoker SampleCall(int (*run)(QWidget*, int&, const std::map<wchar_t, ustring>&)) {
     return [run](Receiver, QWidget* parent) {
         int code = 0;
         return run(parent, code, Letters());
     };
-}
-
-struct SHAPE_ROW {
-    LauncherShape shape;
-    LauncherInvoker (*make)(QFunctionPointer);
-    bool takesReceiver;
-};
-constexpr SHAPE_ROW kShapes[] = {
-    {LauncherShape::ReceiverParent, &ReceiverParent, true},
-    {LauncherShape::Parent, &Parent, false},
-    {LauncherShape::ChannelList, &ChannelList, false},
-    {LauncherShape::XyzPosition, &XyzPosition, true},
-    {LauncherShape::GeoPosition, &GeoPosition, true},
-    {LauncherShape::PointSlot, &PointSlot, true},
-    {LauncherShape::CopyFile, &CopyFile, true},
-    {LauncherShape::Progress, &Progress, true},
-    {LauncherShape::MessageList, &MessageList, true},
-    {LauncherShape::Message, &Message, true},
-    {LauncherShape::MessageName, &MessageName, true},
-    {LauncherShape::ParentCode, &ParentCode, false},
-    {LauncherShape::ParentCodeLetters, &ParentCodeLetters, false},
-};
-
-}  // namespace
-
-LauncherInvoker MakeInvoker(LauncherShape shape, QFunctionPointer entry) {
-    for (const SHAPE_ROW& row : kShapes)
-        if (row.shape == shape) return row.make(entry);
-    return {};
-}
-
-bool TakesReceiver(LauncherShape shape) {
-    for (const SHAPE_ROW& row : kShapes)
-        if (row.shape == shape) return row.takesReceiver;
-    return true;
 }

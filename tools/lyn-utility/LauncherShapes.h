@@ -1,36 +1,43 @@
 #pragma once
-#include <QLibrary>
 #include <functional>
+#include <map>
+#include <type_traits>
+#include <vector>
 
-#include "platform/basekit/CSmartPtr.h"
-#include "platform/devio/IReceiver.h"
+#include "fenklib/FenkLaunchers.h"
 
-class QWidget;
+// Every launcher is called by the host in the same way, (receiver, parent); what else it takes
+// its declared type says, and the host supplies a realistic sample of it (a position near a
+// survey mark, a list of radio channels, a receiver file copied into the temporary folder, ...).
+using LauncherReceiver = basekit::CSmartPtr<devio::IReceiver>;
+using LauncherInvoker = std::function<int(LauncherReceiver, QWidget*)>;
 
-// The argument lists the library's launchers come in. Every launcher is called by the host in
-// the same way (receiver, parent); the shape says what else it takes, which the host supplies.
-enum class LauncherShape {
-    ReceiverParent,   // (receiver, parent)
-    Parent,           // (parent): windows that hold no receiver
-    ChannelList,      // (parent, channel frequencies, chosen frequency)
-    XyzPosition,      // (receiver, parent, earth-centred position)
-    GeoPosition,      // (receiver, parent, geodetic position)
-    PointSlot,        // (receiver, parent, place in the point list)
-    CopyFile,         // (receiver, parent, receiver file, local file, from the receiver)
-    Progress,         // (receiver, parent, what to show and the work to run)
-    MessageList,      // (receiver, parent, scheduled messages)
-    Message,          // (receiver, parent, one scheduled message)
-    MessageName,      // (receiver, parent, a message name)
-    ParentCode,       // (parent, a code in/out)
-    ParentCodeLetters,  // (parent, a code in/out, drive letters and their folders)
+// One overload per launcher type the host has samples for.
+LauncherInvoker SampleCall(int (*run)(LauncherReceiver, QWidget*));
+LauncherInvoker SampleCall(int (*run)(QWidget*));
+LauncherInvoker SampleCall(int (*run)(QWidget*, const std::vector<double>&, double&));
+LauncherInvoker SampleCall(int (*run)(LauncherReceiver, QWidget*, devio::vok::POS_XYZ&));
+LauncherInvoker SampleCall(int (*run)(LauncherReceiver, QWidget*, devio::vok::POS_GEO&));
+LauncherInvoker SampleCall(int (*run)(LauncherReceiver, QWidget*, int));
+LauncherInvoker SampleCall(int (*run)(LauncherReceiver, QWidget*, const wchar_t*, const wchar_t*, bool));
+LauncherInvoker SampleCall(int (*run)(LauncherReceiver, QWidget*, PROGRESS_INFO));
+LauncherInvoker SampleCall(int (*run)(LauncherReceiver, QWidget*, std::vector<devio::vok::MSG>&));
+LauncherInvoker SampleCall(int (*run)(LauncherReceiver, QWidget*, devio::vok::MSG&));
+LauncherInvoker SampleCall(int (*run)(LauncherReceiver, QWidget*, basekit::ustring&));
+LauncherInvoker SampleCall(int (*run)(QWidget*, int&));
+LauncherInvoker SampleCall(int (*run)(QWidget*, int&, const std::map<wchar_t, basekit::ustring>&));
+// Arguments the host has no sample of (a modem, a port being flashed): bound, never called.
+template <typename Function>
+LauncherInvoker SampleCall(Function*) {
+    return {};
+}
+
+// What the declared type of a launcher says about it: whether its window works on a receiver,
+// and whether it takes anything besides the receiver and the parent (a value to edit).
+template <typename Function>
+struct LAUNCHER_TYPE;
+template <typename... Args>
+struct LAUNCHER_TYPE<int(Args...)> {
+    static constexpr bool takesReceiver = (std::is_same_v<std::decay_t<Args>, LauncherReceiver> || ...);
+    static constexpr bool takesValue = sizeof...(Args) > (takesReceiver ? 2 : 1);
 };
-
-using LauncherInvoker = std::function<int(basekit::CSmartPtr<devio::IReceiver>, QWidget*)>;
-
-// The entry point wrapped so that it is called with (receiver, parent), the other arguments
-// being a realistic sample of what a host would pass (a position near a survey mark, a list of
-// radio channels, a receiver file copied into the temporary folder, ...).
-LauncherInvoker MakeInvoker(LauncherShape shape, QFunctionPointer entry);
-
-// Whether the launcher's window works on a receiver (it is given one whatever its shape).
-bool TakesReceiver(LauncherShape shape);

@@ -1,8 +1,0 @@
-#include "fenklib/FenkLaunchers.h"
-#include "fenklib/frame/FenkExport.h"
-#include "fenklib/frame/LauncherConvention.h"
-#include "fenklib/msglist/CMessageListDlg.h"
-
-extern "C" FENK_EXPORT int run_MessageListDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, std::vector<devio::vok::MSG>& list) {
-    return RunLauncher<CMessageListDlg>(receiver, parent, list);
-}
