@@ -64,6 +64,7 @@ CReceiverPortGeneralPP::CReceiverPortGeneralPP(basekit::CSmartPtr<devio::IReceiv
     });
     connect(m_controls.Get<QComboBox>(IDC_IMODE), &QComboBox::activated, this, [this] { SetModified(); });
     connect(m_controls.Get<QLineEdit>(IDC_PERIOD), &QLineEdit::textEdited, this, [this] {
+        m_periodEdited = true;
         SetModified();
         ShowLoad();
     });
@@ -74,22 +75,51 @@ CReceiverPortGeneralPP::~CReceiverPortGeneralPP() { DestroyWindow(); }
 
 bool CReceiverPortGeneralPP::OnInitDialog() {
     CReceiverPortBasePP::OnInitDialog();
-    std::optional<vok::EIMode> imode;
-    WithReceiver([&](devio::CVokReceiverMate& mate) {
-        imode = mate.GetMember(par::PortIMode, m_port);
-        m_messages = mate.GetPortMessages(m_port);
-        m_ownPort = mate.GetCurrentTerminal() == m_port;
-        m_lineRate = ReadLineRate(mate, m_port);
-    });
+    FillOutputMode();
+    RunJob([port = m_port](CJobContext& job) { return Read(job.Mate(), port); },
+           [this](const JOB_RESULT<READING>& r) {
+               if (r.Ok()) Show(*r.value);
+           });
+    return true;
+}
+
+CReceiverPortGeneralPP::READING CReceiverPortGeneralPP::Read(devio::CVokReceiverMate& mate, vok::EDev port) {
+    READING r;
+    const auto attempt = [&r](auto&& read) {
+        try {
+            read();
+        } catch (const basekit::CStdException&) {
+            if (r.firstError.IsEmpty()) r.firstError.Capture();
+        }
+    };
+    attempt([&] { r.imode = mate.GetMember(par::PortIMode, port); });
+    attempt([&] { r.messages = mate.GetPortMessages(port); });
+    attempt([&] { r.ownPort = mate.GetCurrentTerminal() == port; });
+    r.lineRate = ReadLineRate(mate, port);
+    return r;
+}
+
+void CReceiverPortGeneralPP::Show(const READING& reading) {
+    m_read = true;
+    m_ownPort = reading.ownPort;
+    m_lineRate = reading.lineRate;
+    m_messagesKnown = reading.messages.has_value();
+    m_messages = reading.messages.value_or(fenkmsg::MessageList{});
     auto* modes = m_controls.Get<QComboBox>(IDC_IMODE);
     modes->clear();
     for (int i = 0; i < vok::MemberCount<vok::EIMode>(); ++i)
         modes->addItem(vok::ToKeyword(static_cast<vok::EIMode>(i)).ToQString(), i);
-    modes->setCurrentIndex(imode ? modes->findData(static_cast<int>(*imode)) : -1);
+    modes->setCurrentIndex(reading.imode ? modes->findData(static_cast<int>(*reading.imode)) : -1);
     FillOutputMode();
     UpdateControls();
     ShowLoad();
-    return true;
+    if (reading.firstError.IsEmpty()) return;
+    MarkFailed();
+    try {
+        reading.firstError.Rethrow();
+    } catch (const basekit::CStdException& e) {
+        uikit::CMessageBoxService::ReportError(this, e);
+    }
 }
 
 void CReceiverPortGeneralPP::FillOutputMode() {
@@ -97,40 +127,50 @@ void CReceiverPortGeneralPP::FillOutputMode() {
     box->clear();
     int selected = -1;
     box->addItem(LoadResString(IDS_OUTPUT_MODE_NONE).ToQString(), static_cast<int>(EOutputMode::None));
-    if (m_messages.empty()) selected = 0;
+    if (m_messagesKnown && m_messages.empty()) selected = 0;
     box->addItem(LoadResString(IDS_OUTPUT_MODE_USER_DEFINED).ToQString(), static_cast<int>(EOutputMode::UserDefined));
     for (const fenkmsg::MESSAGE_SET& set : fenkmsg::PredefinedMessageSets()) {
         box->addItem(set.name.ToQString(), static_cast<int>(EOutputMode::NamedSet));
+        if (!m_messagesKnown) continue;
         const SET_MATCH match = MatchMessageSet(set.messages, m_messages);
         if (!match.matches) continue;
         selected = box->count() - 1;
         if (match.period) m_period = *match.period;
     }
-    box->setCurrentIndex(selected < 0 ? 1 : selected);
+    // An output list that could not be read matches no mode: nothing is offered as if it were.
+    box->setCurrentIndex(selected < 0 && m_messagesKnown ? 1 : selected);
     // The receiver's number, shown in the reader's own notation.
     m_controls.Get<QLineEdit>(IDC_PERIOD)->setText(QLocale().toString(m_period));
+    m_periodEdited = false;
 }
 
+// -1 while no output mode is selected.
 int CReceiverPortGeneralPP::OutputModeData() const {
-    return m_controls.Get<QComboBox>(IDC_OUTPUT_MODE)->currentData().toInt();
+    const auto* box = m_controls.Get<QComboBox>(IDC_OUTPUT_MODE);
+    return box->currentIndex() < 0 ? -1 : box->currentData().toInt();
 }
 
 void CReceiverPortGeneralPP::UpdateControls() {
-    m_controls.Item(IDC_IMODE)->setEnabled(!m_ownPort);
+    m_controls.Item(IDC_IMODE)->setEnabled(m_read && !IsBusy() && !m_ownPort);
     m_controls.Item(IDC_PERIOD)->setEnabled(OutputModeData() == static_cast<int>(EOutputMode::NamedSet));
 }
 
 bool CReceiverPortGeneralPP::ApplyOutputMode() {
-    if (!ValidateRange(this, m_controls.Get<QLineEdit>(IDC_PERIOD), kPeriodMin, kPeriodMax, m_period)) return false;
-    switch (static_cast<EOutputMode>(OutputModeData())) {
+    if (m_periodEdited && !ValidateRange(this, m_controls.Get<QLineEdit>(IDC_PERIOD), kPeriodMin, kPeriodMax, m_period))
+        return false;
+    const int mode = OutputModeData();
+    if (mode < 0) return true;
+    switch (static_cast<EOutputMode>(mode)) {
     case EOutputMode::None:
         m_messages.clear();
+        m_messagesKnown = true;
         break;
     case EOutputMode::NamedSet: {
         const basekit::ustring name = basekit::ustring::FromQString(m_controls.Get<QComboBox>(IDC_OUTPUT_MODE)->currentText());
         for (const fenkmsg::MESSAGE_SET& set : fenkmsg::PredefinedMessageSets())
             if (set.name == name) {
                 m_messages = ExpandMessageSet(set.messages, m_period);
+                m_messagesKnown = true;
                 break;
             }
         break;
@@ -146,6 +186,7 @@ void CReceiverPortGeneralPP::OnMessages() {
     CMessageListDlg dialog(m_receiver, this, m_messages);
     dialog.SetLineRate(m_lineRate);   // the load figure on this port's own line
     if (dialog.DoModal() == 1) {      // 2: the user cancelled
+        m_messagesKnown = true;       // the list is now the user's own
         FillOutputMode();
         SetModified();
         UpdateControls();
@@ -155,12 +196,14 @@ void CReceiverPortGeneralPP::OnMessages() {
 
 // What Apply would write, without touching the working list: the period as it is being typed.
 fenkmsg::MessageList CReceiverPortGeneralPP::ChosenList() const {
-    switch (static_cast<EOutputMode>(OutputModeData())) {
+    const int mode = OutputModeData();
+    if (mode < 0) return m_messages;
+    switch (static_cast<EOutputMode>(mode)) {
     case EOutputMode::None:
         return {};
     case EOutputMode::NamedSet: {
-        bool ok = false;
-        const double period = QLocale().toDouble(m_controls.Get<QLineEdit>(IDC_PERIOD)->text(), &ok);
+        bool ok = m_periodEdited;
+        const double period = ok ? QLocale().toDouble(m_controls.Get<QLineEdit>(IDC_PERIOD)->text(), &ok) : m_period;
         const basekit::ustring name = basekit::ustring::FromQString(m_controls.Get<QComboBox>(IDC_OUTPUT_MODE)->currentText());
         for (const fenkmsg::MESSAGE_SET& set : fenkmsg::PredefinedMessageSets())
             if (set.name == name) return ExpandMessageSet(set.messages, ok ? period : m_period);
@@ -181,16 +224,20 @@ int CReceiverPortGeneralPP::ReadLineRate(devio::CVokReceiverMate& mate, vok::EDe
         SERIAL_VALUES values;
         values.rate = rate;
         return rate ? static_cast<int>(LineOf(values).baudRate) : 0;
-    } catch (const basekit::CCommException&) {
+    } catch (const basekit::CStdException&) {   // the load figure only: no reason to trouble anyone
         return 0;
     }
 }
 
+// Writes only what was read or what the user chose: a reading that failed is never replaced
+// by a guess (an empty output list would wipe the port's output).
 bool CReceiverPortGeneralPP::OnApply() {
+    if (IsBusy()) return false;
+    if (!m_read) return true;
     if (!ApplyOutputMode()) return false;
     const int imode = m_controls.Get<QComboBox>(IDC_IMODE)->currentIndex();
     return WithReceiver([&](devio::CVokReceiverMate& mate) {
         if (imode >= 0) mate.Set(par::PortIMode, static_cast<vok::EIMode>(imode), m_port);
-        mate.SetPortMessages(m_port, m_messages);
+        if (m_messagesKnown) mate.SetPortMessages(m_port, m_messages);
     });
 }

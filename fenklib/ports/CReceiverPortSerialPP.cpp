@@ -74,15 +74,40 @@ CReceiverPortSerialPP::~CReceiverPortSerialPP() { DestroyWindow(); }
 
 bool CReceiverPortSerialPP::OnInitDialog() {
     CReceiverPortBasePP::OnInitDialog();
-    WithReceiver([&](devio::CVokReceiverMate& mate) {
-        m_read.rate = mate.GetMember(par::PortRate, m_port);
-        m_read.rts = mate.GetMember(par::PortRtsCts, m_port);
-        m_read.stops = mate.GetMember(par::PortStops, m_port);
-        m_read.parity = mate.GetMember(par::PortParity, m_port);
-        m_read.bits = mate.GetMember(par::PortBits, m_port);
-    });
     ShowValues();
+    RunJob([port = m_port](CJobContext& job) { return Read(job.Mate(), port); },
+           [this](const JOB_RESULT<READING>& r) {
+               if (!r.Ok()) return;
+               m_read = r.value->values;
+               m_readDone = true;
+               ShowValues();
+               if (r.value->firstError.IsEmpty()) return;
+               MarkFailed();
+               try {
+                   r.value->firstError.Rethrow();
+               } catch (const basekit::CStdException& e) {
+                   uikit::CMessageBoxService::ReportError(this, e);
+               }
+           });
     return true;
+}
+
+// Each setting is read on its own: one the receiver refuses leaves the others shown.
+CReceiverPortSerialPP::READING CReceiverPortSerialPP::Read(devio::CVokReceiverMate& mate, vok::EDev port) {
+    READING r;
+    const auto attempt = [&r](auto&& read) {
+        try {
+            read();
+        } catch (const basekit::CStdException&) {
+            if (r.firstError.IsEmpty()) r.firstError.Capture();
+        }
+    };
+    attempt([&] { r.values.rate = mate.GetMember(par::PortRate, port); });
+    attempt([&] { r.values.rts = mate.GetMember(par::PortRtsCts, port); });
+    attempt([&] { r.values.stops = mate.GetMember(par::PortStops, port); });
+    attempt([&] { r.values.parity = mate.GetMember(par::PortParity, port); });
+    attempt([&] { r.values.bits = mate.GetMember(par::PortBits, port); });
+    return r;
 }
 
 void CReceiverPortSerialPP::ShowValues() {
@@ -103,15 +128,32 @@ CReceiverPortSerialPP::SERIAL_VALUES CReceiverPortSerialPP::ChosenValues() const
     return v;
 }
 
+// Only a setting that was read can have been changed: one the receiver did not give is not
+// compared (its default would count as a change and reconnect the host for nothing).
+bool CReceiverPortSerialPP::Changed(const SERIAL_VALUES& read, const SERIAL_VALUES& chosen) {
+    const auto differs = [](const auto& was, const auto& now) { return was.has_value() && was != now; };
+    return differs(read.rate, chosen.rate) || differs(read.rts, chosen.rts) || differs(read.stops, chosen.stops) ||
+           differs(read.parity, chosen.parity) || differs(read.bits, chosen.bits);
+}
+
 // Sent on every Apply, changed or not: the receiver may have been changed from elsewhere. Whose
-// port it is is asked first: once the controller's own port has switched, nothing more gets
-// through at the old settings.
+// port it is is asked afterwards; when the controller's own port has switched, that question
+// goes unanswered at the old settings, and an unanswered question after a change is taken as
+// the answer: the host must follow the port.
 bool CReceiverPortSerialPP::OnApply() {
+    if (IsBusy()) return false;
     const SERIAL_VALUES chosen = ChosenValues();
+    const bool changed = m_readDone && Changed(m_read, chosen);
     return WithReceiver([&](devio::CVokReceiverMate& mate) {
-        const bool ownPort = mate.GetCurrentTerminal() == m_port;
         mate.SetSerialParameters(m_port, *chosen.rate, *chosen.rts, *chosen.stops, *chosen.parity, *chosen.bits);
-        if (!ownPort || chosen == m_read) return;
+        bool ownPort = false;
+        try {
+            ownPort = mate.GetCurrentTerminal() == m_port;
+        } catch (const basekit::CStdException&) {
+            if (!changed) throw;
+            ownPort = true;
+        }
+        if (!ownPort || !changed) return;
         RecordOwnPortChange({m_port, m_read, chosen});
         if (m_portChanged) *m_portChanged = 1;
     });

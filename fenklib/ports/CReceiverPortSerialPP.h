@@ -5,6 +5,11 @@
 #include "fenklib/frame/CDialogControls.h"
 #include "fenklib/ports/CReceiverPortBasePP.h"
 #include "fenklib/ports/SerialValues.h"
+#include "platform/basekit/CStdException.h"
+
+namespace devio {
+class CVokReceiverMate;
+}
 
 // A serial port's line settings, written all five in one command on every Apply. When the port
 // is the controller's own and a value changed, the page raises the sheet's flag and records the
@@ -23,6 +28,14 @@ public:
 
     const CDialogControls& Controls() const { return m_controls; }
 
+    struct READING {
+        SERIAL_VALUES values;
+        basekit::CStdException::CExInfo firstError;
+    };
+    static READING Read(devio::CVokReceiverMate& mate, devio::vok::EDev port);
+    // True when a setting that was read differs from its choice.
+    static bool Changed(const SERIAL_VALUES& read, const SERIAL_VALUES& chosen);
+
 private:
     void ShowValues();
     // What the controls hold, a choice left empty taking its default.
@@ -30,5 +43,6 @@ private:
 
     CDialogControls m_controls;
     SERIAL_VALUES m_read;
+    bool m_readDone = false;
     std::uint8_t* m_portChanged;
 };

@@ -44,22 +44,49 @@ CReceiverPortsDlg::~CReceiverPortsDlg() { DestroyWindow(); }
 bool CReceiverPortsDlg::OnInitDialog() {
     CFenkDialog::OnInitDialog();
     m_list->AttachImages();
-    try {
-        FillTree();
-    } catch (const basekit::CStdException& e) {
-        uikit::CMessageBoxService::ReportError(this, e);
-        EndDialog(2);
-    }
+    List(false);
     return true;
 }
 
-void CReceiverPortsDlg::FillTree() {
-    // Listed in full before the tree changes: a failure leaves the tree as it was.
-    std::vector<std::pair<const PORT_GROUP*, std::vector<basekit::ustring>>> listing;
-    devio::CVokReceiverMate mate(m_receiver);
-    for (const PORT_GROUP& group : PortGroups()) listing.emplace_back(&group, ListGroupPorts(mate, group));
+// A group that cannot be listed is left out and the others are shown; only when no group could
+// be listed is there nothing to show.
+CReceiverPortsDlg::LISTING CReceiverPortsDlg::ListGroups(devio::CVokReceiverMate& mate) {
+    LISTING listing;
+    for (const PORT_GROUP& group : PortGroups()) {
+        try {
+            listing.groups.emplace_back(&group, ListGroupPorts(mate, group));
+        } catch (const basekit::CStdException&) {
+            if (listing.firstError.IsEmpty()) listing.firstError.Capture();
+        }
+    }
+    return listing;
+}
+
+void CReceiverPortsDlg::List(bool again) {
+    RunJob([](CJobContext& job) { return ListGroups(job.Mate()); },
+           [this, again](const JOB_RESULT<LISTING>& r) {
+               if (r.outcome == JobOutcome::Stopped) return;
+               if (r.Ok() && !r.value->groups.empty()) {
+                   FillTree(*r.value);
+                   return;
+               }
+               if (r.Ok()) {   // the frame has shown a failed job already
+                   MarkFailed();
+                   try {
+                       r.value->firstError.Rethrow();
+                   } catch (const basekit::CStdException& e) {
+                       uikit::CMessageBoxService::ReportError(this, e);
+                   }
+               }
+               // Listed again (F5): the tree stays as it was.
+               if (!again) EndDialog(2);
+           });
+}
+
+void CReceiverPortsDlg::FillTree(const LISTING& listing) {
+    const QString current = m_list->currentItem() ? m_list->currentItem()->text(0) : QString();
     m_list->clear();
-    for (const auto& [group, ports] : listing) {
+    for (const auto& [group, ports] : listing.groups) {
         if (ports.empty()) continue;
         auto* node = new QTreeWidgetItem(m_list, QStringList(LoadResString(group->captionId).ToQString()));
         node->setIcon(0, m_list->GroupImage(group->imageId));
@@ -70,20 +97,12 @@ void CReceiverPortsDlg::FillTree() {
         }
         node->setExpanded(true);
     }
-}
-
-void CReceiverPortsDlg::Refresh() {
-    const QString current = m_list->currentItem() ? m_list->currentItem()->text(0) : QString();
-    try {
-        FillTree();
-    } catch (const basekit::CStdException& e) {
-        uikit::CMessageBoxService::ReportError(this, e);
-        return;
-    }
     // The port that was chosen stays chosen when it is still there.
     const QList<QTreeWidgetItem*> same = m_list->findItems(current, Qt::MatchExactly | Qt::MatchRecursive);
-    if (!same.isEmpty()) m_list->setCurrentItem(same.front());
+    if (!current.isEmpty() && !same.isEmpty()) m_list->setCurrentItem(same.front());
 }
+
+void CReceiverPortsDlg::Refresh() { List(true); }
 
 void CReceiverPortsDlg::OnOpenPort(QTreeWidgetItem* item) {
     if (!item || !item->parent()) return;

@@ -1,8 +1,10 @@
 #pragma once
 #include "fenklib/frame/CDialogControls.h"
 #include "fenklib/frame/CFenkDialog.h"
+#include "platform/basekit/CStdException.h"
 
 class CPortList;
+struct PORT_GROUP;
 class QTreeWidgetItem;
 
 // Every communication port of the receiver in a tree by group; activating a port opens its
@@ -24,8 +26,16 @@ public:
 
     CPortList* PortList() const { return m_list; }
 
+    // The ports of every group that could be listed, and the first failure of one that could not.
+    struct LISTING {
+        std::vector<std::pair<const PORT_GROUP*, std::vector<basekit::ustring>>> groups;
+        basekit::CStdException::CExInfo firstError;
+    };
+    static LISTING ListGroups(devio::CVokReceiverMate& mate);
+
 private:
-    void FillTree();
+    void List(bool again);
+    void FillTree(const LISTING& listing);
     int RunSheet(int kind, const basekit::ustring& keyword);
 
     CDialogControls m_controls;

@@ -14,6 +14,7 @@
 #include "fenklib/resources/DialogIds.h"
 #include "fenklib/resources/StringIds.h"
 #include "fenklib/frame/SiteEvents.h"
+#include "platform/uikit/CKeypadLineEdit.h"
 #include "platform/uikit/WideScreen.h"
 
 using basekit::ustring;
@@ -104,6 +105,12 @@ CSiteConfigurationDlg::CSiteConfigurationDlg(basekit::CSmartPtr<devio::IReceiver
     : CFenkDialog(std::move(receiver), IDD_SITE_CONFIGURATION, parent, L"CSiteConfigurationDlg"),
       m_controls(CLayoutFactory::Build(this, kNarrow, &kWide)) {
     setWindowTitle(LoadResString(IDS_SITE_CONFIGURATION).ToQString());
+    m_controls.Get<QLineEdit>(IDC_SITE_NAME)->setMaxLength(kMaxNameLength);
+    m_controls.Get<QLineEdit>(IDC_DESCRIPTION)->setMaxLength(kMaxDescriptionLength);
+    // The antenna type is typed on a handheld as the other texts are: with the on-screen keypad.
+    auto* type = m_controls.Get<QComboBox>(IDC_ANTENNA_TYPE);
+    type->setEditable(true);
+    type->setLineEdit(new uikit::CKeypadLineEdit(type, uikit::CKeypadLineEdit::Keys::Alphanumeric));
 }
 
 CSiteConfigurationDlg::~CSiteConfigurationDlg() { DestroyWindow(); }
@@ -178,12 +185,23 @@ std::optional<SiteParameters> CSiteConfigurationDlg::TakeValues() {
     return site;
 }
 
-// The settings are kept before the events are sent. When an event cannot be written the error
-// is shown and the dialog stays open, so OK can send them again.
+// Everything is checked before anything is kept or sent. The settings are kept before the
+// events are sent; when an event cannot be written the error is shown and the dialog closes, so
+// that a partial set of events is never written a second time.
 void CSiteConfigurationDlg::accept() {
     const std::optional<SiteParameters> site = TakeValues();
     if (!site) return;
+    try {
+        CheckSiteEvents(*site);
+    } catch (const basekit::CStdException& e) {
+        uikit::CMessageBoxService::ReportError(this, e);
+        m_controls.Get<QComboBox>(IDC_ANTENNA_TYPE)->setFocus();
+        return;
+    }
     CFenkGlobalSettings::Ref().SetSiteParameters(*site);
-    if (!WithReceiver([&](devio::CVokReceiverMate& mate) { WriteSiteEvents(mate, *site); })) return;
+    if (!WithReceiver([&](devio::CVokReceiverMate& mate) { WriteSiteEvents(mate, *site); })) {
+        EndDialog(2);
+        return;
+    }
     CFenkDialog::accept();
 }

@@ -23,6 +23,7 @@ public:
 
     unsigned PositionsReceived() const { return m_positions; }
     const devio::POSITION_RECORD& LastPosition() const { return m_last; }
+    const QDateTime& ReceiverTime() const { return m_summary.Utc(); }
     // What the copy puts on the clipboard: the rows as shown.
     basekit::ustring PositionText() const;
 

@@ -23,6 +23,7 @@ public:
     void SetPosition(const devio::POSITION_RECORD& record) { m_position = record; }
     void SetSatellites(const devio::SATLIST_RECORD& list);
     void SetUtc(const QDateTime& utc) { m_utc = utc; }
+    const QDateTime& Utc() const { return m_utc; }
 
     // A held position (a fix claimed with no satellite used) is shown greyed.
     bool IsHeld() const { return m_position && m_position->IsHeld(); }

@@ -23,12 +23,13 @@ public:
         CSmartPtr<INotice> notice;
         {
             const std::lock_guard lock(m_mutex);
-            const bool wasEmpty = m_queue.empty();
             if (!m_keepAll) m_queue.clear();
             if (m_queue.size() >= kMaxQueued) m_queue.pop_front();
             m_queue.push_back(record);
-            // One notice per burst: the window drains everything that is waiting.
-            if (wasEmpty) notice = m_notice;
+            // Every record is told: a window that takes one record per notice must never be left
+            // with records waiting and no notice to come. A window that drains finds the later
+            // notices of a burst empty, which costs nothing.
+            notice = m_notice;
         }
         if (notice) notice->Signal();
     }

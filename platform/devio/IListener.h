@@ -10,7 +10,7 @@ namespace devio {
 // A listener collects one kind of live record from the receiver and signals its notice when
 // new ones are waiting; the window fetches them on its own thread.
 struct IListener : basekit::IRefCounted {
-    // flag 1: signal on every arrival that finds the queue empty (one notice per burst).
+    // flag 1: signal on every arrival, so a window that takes one record per notice keeps up.
     virtual void AttachNotice(const CSmartPtr<INotice>& notice, unsigned flag) = 0;
 
 protected:

@@ -2,6 +2,8 @@
 // the window is told.
 #include <gtest/gtest.h>
 
+#include <atomic>
+
 #include "platform/devio/CListenerHost.h"
 
 using namespace devio;
@@ -18,7 +20,14 @@ struct Counter {
     }
 };
 
-TEST(Listeners, ABurstArrivesWholeInOrderWithOneNotice) {
+// A notice that counts how often it was signalled.
+class CCountingNotice final : public basekit::CRefCounted<INotice> {
+public:
+    void Signal() override { ++count; }
+    std::atomic<int> count{0};
+};
+
+TEST(Listeners, ABurstArrivesWholeInOrder) {
     const CSmartPtr<CListenerHost> host(new CListenerHost());
     const auto positions = IPositionListener::CreateInstance(1);
     Counter counter;
@@ -36,9 +45,50 @@ TEST(Listeners, ABurstArrivesWholeInOrderWithOneNotice) {
         EXPECT_EQ(r.x, i);
     }
     EXPECT_FALSE(positions->Fetch(r, 0));
-    EXPECT_FALSE(counter.Signalled()) << "one notice for the whole burst";
     host->Offer(r);
     EXPECT_TRUE(counter.Signalled()) << "the next record after a drain is told again";
+}
+
+// A window that takes one record per notice (the date and time, the satellite list) must get a
+// notice for every record still waiting, or the records left behind are never read: two records
+// of one epoch (RMC and ZDA), or a user-interface thread busy for longer than a period.
+TEST(Listeners, EveryRecordIsToldEvenWhileOthersWait) {
+    struct Row {
+        const char* legend;
+        int offered;   // records offered before the window takes any
+        int taken;     // records the window takes before the next ones arrive
+        int more;      // records offered after that
+    };
+    const Row rows[] = {
+        {"two records in one epoch", 2, 0, 0},
+        {"a busy window: three periods waiting", 3, 0, 0},
+        {"one taken, two more arrive while one waits", 2, 1, 2},
+    };
+    for (const auto& row : rows) {
+        const CSmartPtr<CListenerHost> host(new CListenerHost());
+        const auto times = IDateTimeListener::CreateInstance(1);
+        const CSmartPtr<CCountingNotice> notice(new CCountingNotice());
+        times->AttachNotice(CSmartPtr<INotice>(notice.Get()), 1);
+        host->AddListener(CSmartPtr<IListener>(times.Get()));
+        int second = 0;
+        const auto offer = [&](int n) {
+            for (int i = 0; i < n; ++i) {
+                DATETIME_RECORD t;
+                t.year = 2026, t.second = ++second;
+                host->Offer(t);
+            }
+        };
+        offer(row.offered);
+        int fetched = 0;
+        DATETIME_RECORD t;
+        for (int i = 0; i < row.taken; ++i) fetched += times->Fetch(t, 0) ? 1 : 0;
+        offer(row.more);
+        // The window takes exactly one record for each notice it has not yet answered.
+        for (int pending = notice->count - row.taken; pending > 0; --pending) fetched += times->Fetch(t, 0) ? 1 : 0;
+        EXPECT_EQ(fetched, row.offered + row.more) << row.legend << ": every record was read";
+        EXPECT_EQ(t.second, second) << row.legend << ": the newest time is the last one shown";
+        EXPECT_FALSE(times->Fetch(t, 0)) << row.legend;
+    }
 }
 
 TEST(Listeners, EachKindTakesItsOwnRecordsAndTheSatelliteListOnlyTheLatest) {
@@ -54,7 +104,7 @@ TEST(Listeners, EachKindTakesItsOwnRecordsAndTheSatelliteListOnlyTheLatest) {
     Counter satNotices;
     sats->AttachNotice(satNotices.notice, 1);
     for (int n = 1; n <= 3; ++n) host->Offer(SATLIST_RECORD(static_cast<size_t>(n)));
-    EXPECT_TRUE(satNotices.Signalled()) << "one notice for the burst";
+    EXPECT_TRUE(satNotices.Signalled());
     DATALINK_RECORD dl;
     dl.port = 'A';
     host->Offer(dl);

@@ -17,6 +17,7 @@
 #include "fenklib/ports/CUniversalPortPS.h"
 #include "fenklib/msglist/MessageViews.h"
 #include "platform/uikit/CMessageBoxResponder.h"
+#include "support/EventTrigger.h"
 #include "support/ScriptedReceiver.h"
 
 using basekit::ustring;
@@ -60,13 +61,33 @@ basekit::CSmartPtr<CScriptedReceiver> SerialReceiver(const wchar_t* terminal = L
     return rcv;
 }
 
+// Runs a sheet; body runs once inside its modal loop when the pages have read what they read
+// on opening.
+template <typename Sheet>
+int RunWhenRead(Sheet& sheet, const std::function<void()>& body) {
+    bool ran = false;
+    const fenktest::CIdleTrigger idle(&sheet, [&] {
+        if (ran) return;
+        ran = true;
+        body();
+    });
+    fenktest::EndAfterMinute(&sheet, [&] { sheet.EndDialog(99); });
+    return sheet.DoModal();
+}
+
 // Runs a serial sheet; body runs inside its modal loop with the serial page active, then OK.
 int RunSerialSheet(CSerialPortPS& sheet, const std::function<void(CSerialPortPS&)>& body) {
-    QTimer::singleShot(0, &sheet, [&] {
-        sheet.SetActivePage(1);
+    int idle = 0;
+    const fenktest::CIdleTrigger trigger(&sheet, [&] {
+        if (++idle == 1) {
+            sheet.SetActivePage(1);   // the serial page reads when it is first shown
+            return;
+        }
+        if (idle != 2) return;
         body(sheet);
         sheet.accept();
     });
+    fenktest::EndAfterMinute(&sheet, [&] { sheet.EndDialog(99); });
     return sheet.DoModal();
 }
 
@@ -94,12 +115,20 @@ TEST(PortsTree, GroupsAndPortsAsTheReceiverListsThem) {
         {"an empty group is left out, script ports use their own table",
          {{L"list,/par/dev/tcp", CScriptedReceiver::Reply(L"{}")}, {L"list,/par/com", CScriptedReceiver::Reply(L"{a=x,b=y}")}},
          {{"COM", {"com/a", "com/b"}}}},
+        {"a group whose listing times out is left out, the others shown",
+         {{L"list,/par/dev/ser", CScriptedReceiver::Reply(L"{a=on}")}, {L"list,/par/dev/usb", CScriptedReceiver::TimedOut()},
+          {L"list,/par/dev/tcp", CScriptedReceiver::Reply(L"{a=on}")}},
+         {{"Serial", {"dev/ser/a"}}, {"TCP", {"dev/tcp/a"}}}},
+        {"a group refused with another error is left out too",
+         {{L"list,/par/dev/ser", CScriptedReceiver::Error(L"{2,,busy}")}, {L"list,/par/dev/usb", CScriptedReceiver::Reply(L"{a=on}")}},
+         {{"USB", {"dev/usb/a"}}}},
     };
     for (const Row& row : rows) {
         basekit::CSmartPtr<CScriptedReceiver> rcv(new CScriptedReceiver());
         for (const auto& [command, step] : row.replies) rcv->On(command, step);
+        const uikit::CMessageBoxResponder boxes;
         CReceiverPortsDlg dlg(basekit::CSmartPtr<devio::IReceiver>(rcv.Get()), nullptr);
-        QTimer::singleShot(0, &dlg, [&] {
+        const int result = RunWhenRead(dlg, [&] {
             QTreeWidget* tree = dlg.PortList();
             ASSERT_EQ(tree->topLevelItemCount(), static_cast<int>(row.tree.size())) << row.legend;
             for (int g = 0; g < tree->topLevelItemCount(); ++g) {
@@ -112,17 +141,22 @@ TEST(PortsTree, GroupsAndPortsAsTheReceiverListsThem) {
             tree->grab().save("tour-ports.png");
             dlg.EndDialog(2);
         });
-        EXPECT_EQ(dlg.DoModal(), 2) << row.legend;
+        EXPECT_EQ(result, 2) << row.legend;
+        EXPECT_TRUE(boxes.Requests().empty()) << row.legend;
     }
 }
 
+// Only when no group at all can be listed is there nothing to show: the first failure's text,
+// then the dialog ends with cancel.
 TEST(PortsTree, AFailedFillEndsWithCancel) {
     basekit::CSmartPtr<CScriptedReceiver> lost(new CScriptedReceiver());
     lost->Otherwise(CScriptedReceiver::TimedOut());
     const uikit::CMessageBoxResponder boxes;
     CReceiverPortsDlg failing(basekit::CSmartPtr<devio::IReceiver>(lost.Get()), nullptr);
+    fenktest::EndAfterMinute(&failing, [&] { failing.EndDialog(99); });
     EXPECT_EQ(failing.DoModal(), 2);
-    EXPECT_EQ(boxes.Requests().size(), 1u);
+    ASSERT_EQ(boxes.Requests().size(), 1u);
+    EXPECT_TRUE(boxes.Requests()[0].flags & uikit::MB_ICONERROR);
 }
 
 // What OK on the serial page sends, and whether the sheet asks the host to reconnect.
@@ -185,7 +219,7 @@ TEST(GeneralPage, OwnPortInputModeLockedAndNoneSendsOnlyDm) {
         basekit::CSmartPtr<CScriptedReceiver> rcv = SerialReceiver(row.terminal);
         rcv->On(L"print,out/dev/ser/a:on", CScriptedReceiver::Reply(L"{/msg/nmea/GGA={1.00,0.00,0,0x0}}"));
         CUniversalPortPS sheet(basekit::CSmartPtr<devio::IReceiver>(rcv.Get()), vok::DEV_SER_A, nullptr);
-        QTimer::singleShot(0, &sheet, [&] {
+        const int result = RunWhenRead(sheet, [&] {
             const CDialogControls& c = sheet.GeneralPage().Controls();
             EXPECT_EQ(c.Item(CReceiverPortGeneralPP::IDC_IMODE)->isEnabled(), row.imodeEnabled) << row.legend;
             EXPECT_EQ(c.Get<QComboBox>(CReceiverPortGeneralPP::IDC_IMODE)->currentText(), "cmd") << row.legend;
@@ -195,7 +229,7 @@ TEST(GeneralPage, OwnPortInputModeLockedAndNoneSendsOnlyDm) {
             sheet.grab().save("tour-port-general.png");
             sheet.accept();
         });
-        EXPECT_EQ(sheet.DoModal(), 1) << row.legend;
+        EXPECT_EQ(result, 1) << row.legend;
         EXPECT_EQ(Writes(rcv->Sent()), (std::vector<ustring>{L"set,dev/ser/a/imode,cmd", L"dm,/dev/ser/a"})) << row.legend;
     }
 }
@@ -210,14 +244,24 @@ TEST(PortsTree, EnterOpensThePortAndF5ListsAgain) {
         std::vector<ustring> sent;   // the first commands
     };
     const Row rows[] = {
-        {"Enter on a port: the sheet re-lists, then reads", 1, Qt::Key_Return, {L"list,/par/dev/ser", L"print,dev/ser/b/imode"}},
+        {"Enter on a port: the sheet re-lists before it shows", 1, Qt::Key_Return, {L"list,/par/dev/ser"}},
         {"Enter on a group: nothing", -1, Qt::Key_Enter, {}},
         {"F5: every group listed again", 1, Qt::Key_F5, {L"list,/par/dev/ser", L"list,/par/dev/usb"}},
     };
     for (const Row& row : rows) {
         basekit::CSmartPtr<CScriptedReceiver> rcv = SerialReceiver();
         CReceiverPortsDlg dlg(basekit::CSmartPtr<devio::IReceiver>(rcv.Get()), nullptr);
-        QTimer::singleShot(0, &dlg, [&] {
+        int idle = 0;
+        const auto check = [&] {
+            std::vector<ustring> first = rcv->Sent();
+            if (!row.sent.empty()) first.resize(std::min(first.size(), row.sent.size()));
+            EXPECT_EQ(first, row.sent) << row.legend;
+            EXPECT_EQ(dlg.PortList()->currentItem()->text(0), row.port < 0 ? "Serial" : "dev/ser/b") << row.legend;
+            dlg.EndDialog(2);
+        };
+        const fenktest::CIdleTrigger trigger(&dlg, [&] {
+            if (++idle == 2) check();   // F5's listing has ended
+            if (idle != 1) return;
             QTreeWidgetItem* group = dlg.PortList()->topLevelItem(0);
             dlg.PortList()->setCurrentItem(row.port < 0 ? group : group->child(row.port));
             rcv->ClearLog();
@@ -226,13 +270,10 @@ TEST(PortsTree, EnterOpensThePortAndF5ListsAgain) {
             });
             QKeyEvent press(QEvent::KeyPress, row.key, Qt::NoModifier);
             QApplication::sendEvent(dlg.PortList(), &press);
-            std::vector<ustring> first = rcv->Sent();
-            if (!row.sent.empty()) first.resize(std::min(first.size(), row.sent.size()));
-            EXPECT_EQ(first, row.sent) << row.legend;
-            EXPECT_EQ(dlg.PortList()->currentItem()->text(0), row.port < 0 ? "Serial" : "dev/ser/b") << row.legend;
-            dlg.EndDialog(2);
+            if (row.key != Qt::Key_F5) check();
         });
-        dlg.DoModal();
+        fenktest::EndAfterMinute(&dlg, [&] { dlg.EndDialog(99); });
+        EXPECT_EQ(dlg.DoModal(), 2) << row.legend;
     }
 }
 
@@ -248,7 +289,7 @@ TEST(GeneralPage, NamedSetTakesThePagePeriodAndTheLoadIsOnThePortsOwnRate) {
         basekit::CSmartPtr<CScriptedReceiver> rcv = SerialReceiver();
         rcv->On(L"print,dev/ser/b/rate", rate);
         CUniversalPortPS sheet(basekit::CSmartPtr<devio::IReceiver>(rcv.Get()), vok::DEV_SER_B, nullptr);
-        QTimer::singleShot(0, &sheet, [&, load = load] {
+        const int result = RunWhenRead(sheet, [&, load = load] {
             const CDialogControls& c = sheet.GeneralPage().Controls();
             auto* mode = c.Get<QComboBox>(CReceiverPortGeneralPP::IDC_OUTPUT_MODE);
             mode->setCurrentIndex(mode->findText(QStringLiteral("NMEA at the port's period")));
@@ -258,9 +299,122 @@ TEST(GeneralPage, NamedSetTakesThePagePeriodAndTheLoadIsOnThePortsOwnRate) {
             EXPECT_TRUE(c.Get<QLabel>(CReceiverPortGeneralPP::IDC_LOAD)->text().contains(load)) << load.toStdString();
             sheet.accept();
         });
-        EXPECT_EQ(sheet.DoModal(), 1);
+        EXPECT_EQ(result, 1);
         EXPECT_EQ(Writes(rcv->Sent()), (std::vector<ustring>{L"set,dev/ser/b/imode,cmd", L"dm,/dev/ser/b",
                                                              L"em,/dev/ser/b,nmea/GGA:{0.500000,0.000000,0,0x0}",
                                                              L"em,/dev/ser/b,nmea/RMC:{0.500000,0.000000,0,0x0}"}));
+    }
+}
+
+// Each reading of the General page stands alone: one that failed is never written back, and
+// the controller's own port keeps its input mode locked whatever else failed. Before, a failed
+// output-list read unlocked the mode and preselected "None", so OK wiped the port's output.
+TEST(GeneralPage, AFailedReadingIsNeverWrittenBack) {
+    const ustring gga = L"{nmea/GGA={1.00,0.00,0,0x0}}";
+    const ustring ggaEm = L"em,/dev/ser/a,nmea/GGA:{1.000000,0.000000,0,0x0}";
+    struct Row {
+        const char* legend;
+        const wchar_t* failing;   // the reading that fails
+        CScriptedReceiver::Step failure;
+        bool imodeEnabled;
+        int outputMode;           // selected index, -1: none
+        std::vector<ustring> writes;
+    };
+    const Row rows[] = {
+        {"output list times out on the own port", L"print,out/dev/ser/a:on", CScriptedReceiver::TimedOut(), false, -1,
+         {L"set,dev/ser/a/imode,cmd"}},
+        {"output list refused on the own port", L"print,out/dev/ser/a:on", CScriptedReceiver::Error(L"{2,,wrong command}"),
+         false, -1, {L"set,dev/ser/a/imode,cmd"}},
+        {"input mode unanswered", L"print,dev/ser/a/imode", CScriptedReceiver::TimedOut(), false, 1,
+         {L"dm,/dev/ser/a", ggaEm}},
+        {"current terminal unknown: the mode stays locked", L"print,/cur/term", CScriptedReceiver::TimedOut(), false, 1,
+         {L"set,dev/ser/a/imode,cmd", L"dm,/dev/ser/a", ggaEm}},
+    };
+    for (const Row& row : rows) {
+        basekit::CSmartPtr<CScriptedReceiver> rcv = SerialReceiver(L"dev/ser/a");
+        rcv->On(L"print,out/dev/ser/a:on", CScriptedReceiver::Reply(gga));
+        rcv->On(row.failing, row.failure);
+        const uikit::CMessageBoxResponder boxes;
+        CUniversalPortPS sheet(basekit::CSmartPtr<devio::IReceiver>(rcv.Get()), vok::DEV_SER_A, nullptr);
+        bool imodeEnabled = true;
+        int outputMode = -2;
+        const int result = RunWhenRead(sheet, [&] {
+            const CDialogControls& c = sheet.GeneralPage().Controls();
+            imodeEnabled = c.Item(CReceiverPortGeneralPP::IDC_IMODE)->isEnabled();
+            outputMode = c.Get<QComboBox>(CReceiverPortGeneralPP::IDC_OUTPUT_MODE)->currentIndex();
+            rcv->ClearLog();
+            sheet.accept();
+        });
+        EXPECT_EQ(result, 1) << row.legend;
+        EXPECT_EQ(imodeEnabled, row.imodeEnabled) << row.legend;
+        EXPECT_EQ(outputMode, row.outputMode) << row.legend;
+        EXPECT_EQ(Writes(rcv->Sent()), row.writes) << row.legend;
+        EXPECT_EQ(boxes.Requests().size(), 1u) << row.legend << ": the failure is shown once";
+    }
+}
+
+// Values the user did not touch go back exactly as read, not as the edit shows them rounded.
+TEST(GeneralPage, AnUntouchedPeriodIsWrittenBackExactly) {
+    struct Row {
+        const char* legend;
+        const wchar_t* period;   // as the receiver gives it
+        const wchar_t* written;  // as "em" must carry it
+    };
+    const Row rows[] = {
+        {"more digits than the edit shows", L"1234.5678", L"1234.567800"},
+        {"just under a day: not rounded up to the limit", L"86399.99", L"86399.990000"},
+    };
+    for (const Row& row : rows) {
+        basekit::CSmartPtr<CScriptedReceiver> rcv = SerialReceiver(L"dev/ser/a");
+        const ustring list = ustring::Format(L"{nmea/GGA={%s,0,0,0x0},nmea/RMC={%s,0,0,0x0}}", row.period, row.period);
+        rcv->On(L"print,out/dev/ser/b:on", CScriptedReceiver::Reply(list));
+        CUniversalPortPS sheet(basekit::CSmartPtr<devio::IReceiver>(rcv.Get()), vok::DEV_SER_B, nullptr);
+        QString mode;
+        const int result = RunWhenRead(sheet, [&] {
+            mode = sheet.GeneralPage().Controls().Get<QComboBox>(CReceiverPortGeneralPP::IDC_OUTPUT_MODE)->currentText();
+            sheet.GeneralPage().SetModified();
+            sheet.accept();
+        });
+        EXPECT_EQ(result, 1) << row.legend;
+        EXPECT_EQ(mode, QStringLiteral("NMEA at the port's period")) << row.legend;
+        const ustring em = ustring::Format(L"em,/dev/ser/b,nmea/GGA:{%s,0.000000,0,0x0}", row.written);
+        const auto writes = Writes(rcv->Sent());
+        EXPECT_NE(std::find(writes.begin(), writes.end(), em), writes.end()) << row.legend;
+    }
+}
+
+// A setting the page could not read is not compared: only a value that was read and then
+// changed on the controller's own port asks the host to reconnect. The combined set goes first,
+// then "print,/cur/term".
+TEST(SerialSheet, OnlyAReadSettingThatChangedReconnects) {
+    struct Row {
+        const char* legend;
+        const wchar_t* unread;   // the setting whose reading times out, nullptr: none
+        int rateIndex;           // -1: left as shown
+        int result;
+    };
+    const Row rows[] = {
+        {"flow control unread, nothing changed", L"rtscts", -1, 1},
+        {"baud rate unread, nothing chosen: its default is no change", L"rate", -1, 1},
+        {"parity unread, baud rate changed", L"parity", vok::BAUD_9600, 4},
+    };
+    for (const Row& row : rows) {
+        basekit::CSmartPtr<CScriptedReceiver> rcv = SerialReceiver(L"dev/ser/a");
+        rcv->On(ustring(L"print,dev/ser/a/") + row.unread, CScriptedReceiver::TimedOut());
+        const uikit::CMessageBoxResponder boxes;
+        CSerialPortPS sheet(basekit::CSmartPtr<devio::IReceiver>(rcv.Get()), vok::DEV_SER_A, nullptr);
+        std::vector<ustring> afterRead;
+        const int result = RunSerialSheet(sheet, [&](CSerialPortPS& s) {
+            if (row.rateIndex >= 0) Combo(s, CReceiverPortSerialPP::IDC_BAUD_RATE)->setCurrentIndex(row.rateIndex);
+            s.SerialPage().SetModified();
+            rcv->ClearLog();
+        });
+        EXPECT_EQ(result, row.result) << row.legend;
+        EXPECT_EQ(boxes.Requests().size(), 1u) << row.legend << ": the failed reading is shown";
+        const std::vector<ustring> sent = rcv->Sent();
+        const auto set = std::find_if(sent.begin(), sent.end(), [](const ustring& c) { return c.starts_with(L"set,dev/ser/a/rate,"); });
+        ASSERT_NE(set, sent.end()) << row.legend;
+        ASSERT_NE(set + 1, sent.end()) << row.legend;
+        EXPECT_EQ(*(set + 1), L"print,/cur/term") << row.legend << ": whose port it is is asked after the set";
     }
 }

@@ -16,6 +16,7 @@
 #include "fenklib/frame/LibraryHelpers.h"
 #include "fenklib/resources/StringIds.h"
 #include "fenklib/site/CSiteConfigurationDlg.h"
+#include "platform/uikit/CKeypadLineEdit.h"
 #include "platform/uikit/CMessageBoxResponder.h"
 #include "support/ScriptedReceiver.h"
 
@@ -161,8 +162,6 @@ TEST_F(SiteConfiguration, OkStoresAndSendsTheFiveEventsInOrder) {
 TEST_F(SiteConfiguration, RefusedValuesKeepTheDialogOpenAndChangeNothing) {
     struct Case { const char* legend; unsigned id; QString text; ustring message; };
     const Case cases[] = {
-        {"site name of 21 characters", 3077, QString(21, 'N'), ustring::Format(LoadResString(IDS_ENTER_NO_MORE_CHARS).c_str(), 20)},
-        {"description of 101 characters", 3078, QString(101, 'd'), ustring::Format(LoadResString(IDS_ENTER_NO_MORE_CHARS).c_str(), 100)},
         {"height that is not a number", 3080, "abc", LoadResString(IDS_ENTER_A_NUMBER)},
         {"empty height", 3080, "", LoadResString(IDS_ENTER_A_NUMBER)},
     };
@@ -189,25 +188,65 @@ TEST_F(SiteConfiguration, RefusedValuesKeepTheDialogOpenAndChangeNothing) {
     }
 }
 
-TEST_F(SiteConfiguration, TheFirstRefusedEventEndsTheSequence) {
+// The name and the description stop taking characters at their limits, and the antenna type
+// is typed with the on-screen keypad like the other texts.
+TEST_F(SiteConfiguration, TextLimitsAndTheKeypad) {
     m_rx->On(kAntennaList, CScriptedReceiver::Reply(L"{A}"));
-    m_rx->On(L"event,\"_ANH=0.000000\"", CScriptedReceiver::Error(L"{2,,no medium}"));
     Store(Site(L"P1", L"A"));
-    const uikit::CMessageBoxResponder boxes;
     CSiteConfigurationDlg dlg(m_rx, nullptr);
-    bool stillOpen = false;
-    const int modal = RunModal(dlg, [&] {
-        Ctl<QLineEdit>(dlg, 3077)->setText("P2");
-        dlg.accept();
-        stillOpen = dlg.isVisible();
+    struct Row { const char* legend; unsigned id; int limit; };
+    const Row rows[] = {{"site name", 3077, 20}, {"description", 3078, 100}};
+    RunModal(dlg, [&] {
+        for (const Row& row : rows) {
+            auto* edit = Ctl<QLineEdit>(dlg, row.id);
+            edit->setText(QString(row.limit + 1, 'N'));
+            EXPECT_EQ(edit->text().size(), row.limit) << row.legend;
+        }
+        EXPECT_NE(dynamic_cast<uikit::CKeypadLineEdit*>(Ctl<QComboBox>(dlg, 3079)->lineEdit()), nullptr) << "antenna type";
         dlg.reject();
     });
-    EXPECT_EQ(Events(), (std::vector<ustring>{L"event,\"_SIT=P2\"", L"event,\"_DSC=north pillar\"", L"event,\"_ANH=0.000000\""}));
-    EXPECT_TRUE(stillOpen) << "OK can be pressed again";
-    EXPECT_EQ(modal, 2);
-    ASSERT_EQ(boxes.Requests().size(), 1u);
-    EXPECT_TRUE(boxes.Requests()[0].details.Contains(L"no medium")) << boxes.Requests()[0].details.ToUtf8();
-    EXPECT_EQ(Stored().SiteName, L"P2") << "the settings are kept before the events are sent";
+}
+
+// A value the receiver cannot take is refused before anything is kept or sent; an event that
+// fails closes the dialog after its error, so the events already sent are never sent twice.
+TEST_F(SiteConfiguration, NothingIsKeptOrSentTwice) {
+    struct Row {
+        const char* legend;
+        QString type;                 // typed as the antenna type
+        const wchar_t* failing;       // the event the receiver refuses, nullptr: none
+        std::vector<ustring> events;  // what reaches the receiver
+        bool stored;                  // the new name kept in the settings
+        bool open;                    // the dialog stays open
+        int result;
+    };
+    const Row rows[] = {
+        {"a double quote in the antenna type: refused first", "AX\"1", nullptr, {}, false, true, 2},
+        {"the third event refused: shown, closed", "A", L"event,\"_ANH=0.000000\"",
+         {L"event,\"_SIT=P2\"", L"event,\"_DSC=north pillar\"", L"event,\"_ANH=0.000000\""}, true, false, 2},
+    };
+    for (const Row& row : rows) {
+        m_rx->On(kAntennaList, CScriptedReceiver::Reply(L"{A}"));
+        m_rx->On(L"event,\"_ANH=0.000000\"", CScriptedReceiver::Reply(L""));
+        if (row.failing) m_rx->On(row.failing, CScriptedReceiver::Error(L"{2,,no medium}"));
+        Store(Site(L"P1", L"A"));
+        m_rx->ClearLog();
+        const uikit::CMessageBoxResponder boxes;
+        CSiteConfigurationDlg dlg(m_rx, nullptr);
+        bool stillOpen = false;
+        const int modal = RunModal(dlg, [&] {
+            Ctl<QLineEdit>(dlg, 3077)->setText("P2");
+            Ctl<QComboBox>(dlg, 3079)->setEditText(row.type);
+            dlg.accept();
+            stillOpen = dlg.isVisible();
+            if (stillOpen) dlg.accept();   // pressed again
+            if (dlg.isVisible()) dlg.reject();
+        });
+        EXPECT_EQ(Events(), row.events) << row.legend;
+        EXPECT_EQ(stillOpen, row.open) << row.legend;
+        EXPECT_EQ(modal, row.result) << row.legend;
+        EXPECT_GE(boxes.Requests().size(), 1u) << row.legend;
+        EXPECT_EQ(Stored().SiteName, row.stored ? L"P2" : L"P1") << row.legend;
+    }
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTimeZone>
 #include <QTimer>
 #include <QWheelEvent>
 #include <algorithm>
@@ -158,12 +159,37 @@ TEST(StatusSheet, ABurstOfTenPositionsArrivesInOrderInOneNotice) {
     RunSheet(sheet, [&] {
         for (int i = 0; i < 10; ++i) rx->Host().Offer(Cartesian(6378137.0 + i, i, 0));
     });
-    EXPECT_EQ(sheet.NoticesHandled(CReceiverStatusPS::kNoticePosition), 1u);
     const auto& got = sheet.PositionInTimePage().Received();
     ASSERT_EQ(got.size(), 10u);
     for (int i = 0; i < 10; ++i) EXPECT_EQ(got[i].x, 6378137.0 + i) << "record " << i;
     EXPECT_EQ(sheet.PositionPage().PositionsReceived(), 10u);
     EXPECT_EQ(sheet.ScatterPage().Samples().Samples().size(), 10u);
+}
+
+// The sheet takes one date and time per notice: records that arrive together (RMC and ZDA of
+// one epoch, or several periods while the user-interface thread was busy) must each bring their
+// notice, or the clock on the Position page stops at the older one for good.
+TEST(StatusSheet, TheClockShowsTheNewestTimeOfABurst) {
+    struct Row {
+        const char* legend;
+        int records;
+    };
+    const Row rows[] = {{"RMC and ZDA of one epoch", 2}, {"five periods while the window was busy", 5}};
+    for (const auto& row : rows) {
+        const auto rx = NewReceiver();
+        CReceiverStatusPS sheet(AsReceiver(rx), nullptr);
+        const QDateTime newest(QDate(2026, 11, 23), QTime(12, 0, row.records), Qt::UTC);
+        const CAfterNotices done(sheet, [&] { return sheet.PositionPage().ReceiverTime() == newest; });
+        const int result = RunSheet(sheet, [&] {
+            for (int i = 1; i <= row.records; ++i) {
+                devio::DATETIME_RECORD t;
+                t.year = 2026, t.month = 11, t.day = 23, t.hour = 12, t.second = i;
+                rx->Host().Offer(t);
+            }
+        });
+        EXPECT_EQ(result, 1) << row.legend << ": the clock reached " << newest.toString().toStdString() << ", shows "
+                             << sheet.PositionPage().ReceiverTime().toString().toStdString();
+    }
 }
 
 TEST(StatusSheet, TheMissingHalfIsFilledBeforeThePagesSeeIt) {
