@@ -35,6 +35,9 @@ std::string CFirmwareLoader::TransferName(const firmware::FIRMWARE_IMAGE_INFO& i
 
 CFirmwareLoader::RECEIVER_STATE CFirmwareLoader::Probe() {
     Report(EStage::Probing);
+    // A link that fell during an attempt (a pulled cable on a network port) is opened again.
+    if (!m_receiver->IsReady() && !ReopenLink())
+        throw basekit::CWinException("FirmwareLoader", __LINE__, L"print," + ustring(par::RcvModel.path), basekit::kErrorLinkLost);
     // The tap is in place before the command goes out, so a loader's request that arrives
     // while the command waits is not missed.
     CReceiverByteStream stream(m_receiver);

@@ -104,12 +104,42 @@ void CYmodemSender::WaitForRequest(unsigned timeoutMs, std::uint64_t block) {
     }
 }
 
+void CYmodemSender::Purge() {
+    // Answers still waiting belong to earlier blocks (a request repeated while we were busy, an
+    // ACK to a block sent twice); read as the answer to this one they would put both ends out
+    // of step.
+    // A cancel among them still counts.
+    char stale[256];
+    std::size_t got = 0;
+    while (m_stream.Read(stale, sizeof stale, got, 0, nullptr) == LinkStatus::Success) {
+        for (std::size_t i = 0; i < got; ++i) {
+            if (stale[i] == kCan && m_lastWasCan)
+                Throw(__LINE__, EYmodemFailure::PeerCancelled,
+                      ustring::Format(TransferText(kStrYmPeerCancelled).c_str(), 0ull));
+            m_lastWasCan = stale[i] == kCan;
+        }
+    }
+    m_lastWasCan = false;
+}
+
+CYmodemSender::EAnswer CYmodemSender::AnswerTo(std::uint64_t block) {
+    // Within one deadline: a request is the answer only to block 0 (the receiver did not take
+    // the header); during the data it is noise.
+    const auto deadline = Clock::now() + std::chrono::milliseconds(m_timing.answerTimeoutMs);
+    for (;;) {
+        const unsigned left = MsLeft(deadline);
+        const EAnswer answer = left == 0 ? EAnswer::Timeout : ReadAnswer(left, block);
+        if (answer != EAnswer::Request || block == 0) return answer;
+    }
+}
+
 void CYmodemSender::Deliver(std::uint64_t block, const std::string& frame) {
     unsigned naks = 0;
     for (unsigned attempt = 1; attempt <= m_timing.maxTries; ++attempt) {
         if (attempt > 1) ++m_repeats;
+        Purge();
         Write(frame, block);
-        const EAnswer answer = ReadAnswer(m_timing.answerTimeoutMs, block);
+        const EAnswer answer = AnswerTo(block);
         if (answer == EAnswer::Ack) return;
         if (answer != EAnswer::Timeout) ++naks;
     }
@@ -124,10 +154,11 @@ void CYmodemSender::Deliver(std::uint64_t block, const std::string& frame) {
 void CYmodemSender::FinishFile(std::uint64_t block) {
     const std::string eot(1, kEot);
     for (unsigned attempt = 1; attempt <= m_timing.maxTries; ++attempt) {
+        Purge();
         Write(eot, block);
         EAnswer answer = EAnswer::Timeout;
         try {
-            answer = ReadAnswer(m_timing.answerTimeoutMs, block);
+            answer = AnswerTo(block);
         } catch (const CYmodemException& e) {
             // A loader's CAN CAN after the last EOT is its verdict on the whole file.
             if (e.Failure() == EYmodemFailure::PeerCancelled)

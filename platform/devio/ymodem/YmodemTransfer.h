@@ -69,6 +69,8 @@ private:
     void Deliver(std::uint64_t block, const std::string& frame);
     void FinishFile(std::uint64_t block);
     EAnswer ReadAnswer(unsigned timeoutMs, std::uint64_t block);
+    EAnswer AnswerTo(std::uint64_t block);
+    void Purge();
     void Write(std::string_view bytes, std::uint64_t block);
     void CheckAbort(std::uint64_t done, std::uint64_t total);
     [[noreturn]] void Throw(int line, EYmodemFailure failure, basekit::ustring text);
