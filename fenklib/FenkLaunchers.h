@@ -13,6 +13,9 @@
 #include <vector>
 
 class QWidget;
+namespace devio {
+struct IModem;
+}
 
 extern "C" {
 FENK_EXPORT int run_ReceiverInfoDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
@@ -33,6 +36,7 @@ FENK_EXPORT int run_AutoSeed_PointListDlg(basekit::CSmartPtr<devio::IReceiver> r
 FENK_EXPORT int run_AutoSeed_NewPointDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent, int slot);
 FENK_EXPORT int run_SiteConfigurationDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 FENK_EXPORT int run_ChannelsListDlg(QWidget* parent, const std::vector<double>& channels, double& result);
+FENK_EXPORT int run_UniversalModemPS(basekit::CSmartPtr<devio::IModem> modem, QWidget* parent);
 FENK_EXPORT int run_LoggingMessagesDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent);
 FENK_EXPORT int run_MessageListDlg(basekit::CSmartPtr<devio::IReceiver> receiver, QWidget* parent,
                                    std::vector<devio::vok::MSG>& list);
