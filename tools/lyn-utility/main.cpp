@@ -17,6 +17,7 @@
 #include "tools/lyn-utility/CConnection.h"
 #include "tools/lyn-utility/CHeadlessTour.h"
 #include "tools/lyn-utility/CMainWindow.h"
+#include "tools/lyn-utility/CModemSession.h"
 #include "tools/lyn-utility/HostStrings.h"
 
 namespace {
@@ -61,7 +62,9 @@ int main(int argc, char** argv) {
     const QCommandLineOption library(QStringLiteral("library"), QStringLiteral("Path of libfenk.so"), QStringLiteral("path"));
     const QCommandLineOption wireLog(QStringLiteral("wire-log"), QStringLiteral("Record every byte of the link into this file"),
                                      QStringLiteral("file"));
-    parser.addOptions({link, tour, library, wireLog});
+    const QCommandLineOption modem(QStringLiteral("modem"), QStringLiteral("Open the modem sheet on this modem link instead"),
+                                   QStringLiteral("url"));
+    parser.addOptions({link, tour, library, wireLog, modem});
     parser.process(app);
     const bool touring = headless || parser.isSet(tour);
     const QString tourFolder = parser.isSet(tour) ? parser.value(tour) : QStringLiteral("lyn-utility-tour");
@@ -81,6 +84,15 @@ int main(int argc, char** argv) {
     for (const auto& name : binding.Bound()) bound += (bound.empty() ? "" : ", ") + name;
     out << basekit::ustring::Format(HostText(HS_NAME_BOUND).c_str(), basekit::ustring::FromUtf8(bound)).ToQString() << Qt::endl;
     const basekit::ustring url = basekit::ustring::FromQString(parser.value(link));
+
+    if (parser.isSet(modem)) {
+        CModemSession session(binding, out);
+        const basekit::ustring modemUrl = basekit::ustring::FromQString(parser.value(modem));
+        const int status = touring ? (QDir().mkpath(tourFolder), session.Tour(modemUrl, QDir(tourFolder)) == 0 ? 0 : 1)
+                                   : (session.Run(modemUrl, nullptr) == CModemSession::kFailed ? 1 : 0);
+        binding.OnExitApp();
+        return status;
+    }
 
     int status = 0;
     {
