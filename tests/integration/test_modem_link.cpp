@@ -1,7 +1,10 @@
 // Both modem families against the simulated modems over a pseudo-terminal at 9600 and 115200
 // bit/s: detection, reading, writing only what changed, the channel list, the SIM's PIN and the
 // faults of the line.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <stdlib.h>
+#include <unistd.h>
 
 #include "fenklib/modemctl/CModemMate.h"
 #include "fenklib/resources/StringIds.h"
@@ -363,6 +366,34 @@ TEST(ModemOverTcp, BothFamiliesAreDetectedAndRead) {
         EXPECT_EQ(mate.Detect(), c.family) << c.legend;
         EXPECT_EQ(ValueOf(mate.ReadAll(), c.key), c.value) << c.legend;
     }
+}
+
+// A terminal's view of a modem: the bytes as they come, outside the command exchange.
+TEST(ModemRaw, BytesForATerminal) {
+    ModemSimLink link(Uhf(), 115200);
+    link.modem->WriteRaw("SL%P?\r");
+    std::string seen;
+    for (int i = 0; i < 50 && seen.find('\r') == std::string::npos; ++i) seen += link.modem->ReadRaw(2000, nullptr);
+    EXPECT_EQ(seen, "FR-400\r");
+    EXPECT_EQ(link.modem->ReadRaw(0, nullptr), "") << "nothing more";
+}
+
+// A line whose far end has gone is lost, whether the modem finds it out writing or reading.
+TEST(ModemRaw, WritingToAVanishedTerminalIsALostLink) {
+    const int master = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    ASSERT_GE(master, 0);
+    ASSERT_EQ(::grantpt(master), 0);
+    ASSERT_EQ(::unlockpt(master), 0);
+    const std::string name = ::ptsname(master);
+    const auto modem = CModem::Open(IPortAddr::Parse(ustring::FromUtf8("serial:" + name + "?baud=9600")));
+    ::close(master);
+    try {
+        modem->WriteRaw("SL&F?\r");
+        FAIL() << "written to a terminal nobody holds";
+    } catch (const basekit::CWinException& e) {
+        EXPECT_EQ(e.Code(), basekit::kErrorLinkLost);
+    }
+    EXPECT_FALSE(modem->IsOpen());
 }
 
 INSTANTIATE_TEST_SUITE_P(LineRates, ModemLink, ::testing::Values(9600, 115200),
