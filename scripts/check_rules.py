@@ -17,27 +17,39 @@ import sys
 # What each folder may include besides itself, from the libraries its CMake target links (and
 # what those link in turn).
 BASE = {"platform/basekit"}
-PLATFORM = BASE | {"platform/uikit", "platform/devio", "platform/hwctl"}
+PLATFORM = BASE | {"platform/geodesy", "platform/uikit", "platform/devio", "platform/hwctl"}
 FRAME_BELOW = PLATFORM | {"fenklib/receiver", "fenklib/resources"}
 WINDOWS = ["config", "controller", "files", "messages", "modem", "ports", "site", "status"]
 WINDOW_FOLDERS = {"fenklib/" + w for w in WINDOWS}
 ALLOWED = {
     "platform/basekit": set(),
+    "platform/geodesy": set(),
     "platform/uikit": BASE,
     "platform/devio": BASE,
     "platform/hwctl": BASE,
     "fenklib/resources": BASE,
     "fenklib/receiver": BASE | {"platform/devio"},
     "fenklib/frame": FRAME_BELOW,
+    # The modem command layer: the only code that writes modem command texts.
+    "fenklib/modemctl": BASE | {"platform/devio", "fenklib/resources"},
+    # The output-message lists and their windows, shared by the ports and the message windows.
+    "fenklib/msglist": FRAME_BELOW | {"fenklib/frame"},
     # The library itself: the launcher table and the exports over every window.
-    "fenklib": FRAME_BELOW | {"fenklib/frame"} | WINDOW_FOLDERS,
-    "tools/rcvsim": set(),
+    "fenklib": FRAME_BELOW | {"fenklib/frame", "fenklib/msglist", "fenklib/modemctl"} | WINDOW_FOLDERS,
+    # The simulator shares the geodesy and the firmware image reader, nothing of the library.
+    "tools/rcvsim": {"platform/geodesy", "platform/devio"},
+    "tools/fwimage": PLATFORM,
     "tools/nmeadump": PLATFORM,
     # The host binds the library at run time; it includes the headers a host is given.
     "tools/lyn-utility": PLATFORM | {"tools/rcvsim", "fenklib", "fenklib/frame", "fenklib/files", "fenklib/receiver"},
 }
 for window in WINDOW_FOLDERS:
     ALLOWED[window] = FRAME_BELOW | {"fenklib/frame"}
+ALLOWED["fenklib/messages"] |= {"fenklib/msglist"}
+ALLOWED["fenklib/ports"] |= {"fenklib/msglist"}
+ALLOWED["fenklib/modem"] |= {"fenklib/modemctl"}
+ALLOWED["fenklib/status"] |= {"platform/geodesy"}
+ALLOWED["fenklib/site"] |= {"platform/geodesy"}
 
 # Folders whose code must not see Qt Widgets: everything below the dialog layer.
 NO_WIDGETS = {"platform/basekit", "platform/devio", "platform/hwctl", "fenklib/receiver", "fenklib/resources"}
