@@ -26,6 +26,14 @@ constexpr DLG_ITEM kItems[] = {
 constexpr DLG_TEMPLATE kLayout{IDD_CHANNELS_LIST, 160, 200, kItems};
 const CLayoutRegistration kRegistered("CChannelsListDlg", {{&kLayout}});
 
+// A line ordered character by character, as a sorted list box orders it: the user's collation
+// would put "20.00000" before "2.90000" where it ignores the point.
+class CChannelLine final : public QListWidgetItem {
+public:
+    using QListWidgetItem::QListWidgetItem;
+    bool operator<(const QListWidgetItem& other) const override { return text().compare(other.text(), Qt::CaseSensitive) < 0; }
+};
+
 }  // namespace
 
 CChannelsListDlg::CChannelsListDlg(QWidget* parent, const std::vector<double>& channels, double& result)
@@ -45,7 +53,7 @@ bool CChannelsListDlg::OnInitDialog() {
     {
         const uikit::CBusyCursor busy;
         for (size_t i = 0; i < m_channels.size(); ++i) {
-            auto* line = new QListWidgetItem(ustring::fcvt(m_channels[i], kDecimals).ToQString());
+            auto* line = new CChannelLine(ustring::fcvt(m_channels[i], kDecimals).ToQString());
             line->setData(Qt::UserRole, static_cast<qulonglong>(i));
             m_list->addItem(line);   // the list owns the line and sorts it in
         }

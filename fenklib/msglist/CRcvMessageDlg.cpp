@@ -125,6 +125,11 @@ void CRcvMessageDlg::accept() {
         !ValidateRange(this, m_controls.Get<QLineEdit>(IDC_PHASE), 0.0, 86400.0, phase) ||
         !ValidateRange(this, m_controls.Get<QLineEdit>(IDC_COUNT), -256, 32767, count))
         return;
+    // A number the user left as shown goes back exactly as it came: the edit shows it rounded to
+    // two decimals, and a 0.025 s message must not become 0.03 s because a flag changed.
+    const auto untouched = [this](unsigned id, double was) { return m_controls.Get<QLineEdit>(id)->text() == Number(was); };
+    if (untouched(IDC_PERIOD, m_message.period)) period = m_message.period;
+    if (untouched(IDC_PHASE, m_message.phase)) phase = m_message.phase;
     unsigned flags = 0;
     for (unsigned bit = 0; bit < 8; ++bit)
         if (m_controls.Get<QCheckBox>(IDC_FLAG0 + bit)->isChecked()) flags |= 1u << bit;

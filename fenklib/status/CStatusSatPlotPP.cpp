@@ -30,10 +30,12 @@ bool CStatusSatPlotPP::OnInitDialog() {
     return true;
 }
 
-// The latest list is kept while the page is not shown, so the sky is there the moment it opens.
+// A list that arrives while the page does not exist is dropped: the next one, a second later,
+// fills the plot.
 void CStatusSatPlotPP::OnSatList(const devio::SATLIST_RECORD& list) {
+    if (!IsWindowCreated() || !m_plot) return;
     m_latest = list;
-    if (IsWindowCreated() && m_plot) Draw();
+    Draw();
 }
 
 void CStatusSatPlotPP::Draw() {

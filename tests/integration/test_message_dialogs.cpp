@@ -1,11 +1,14 @@
 // The output message dialogs offscreen against the simulator over loopback.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
 #include <QTimer>
 #include <QTreeWidget>
@@ -191,6 +194,33 @@ TEST(MessageEditor, RangesAndFlags) {
         } else {
             EXPECT_EQ(msg, (MSG{L"nmea/GGA", 1, 0, 0, 0x100})) << "unchanged: " << c.legend;
         }
+    }
+}
+
+// Only a flag changed: period and phase go back exactly as they came, not as the edits show
+// them with two decimals; a number the user typed is taken as typed.
+TEST(MessageEditor, UntouchedNumbersStayExact) {
+    SimLink link;
+    struct Case { const char* legend; double period; double phase; const char* typedPeriod; double periodAfter; };
+    const Case cases[] = {
+        {"a fortieth of a second", 0.025, 0.0125, nullptr, 0.025},
+        {"a third of a second", 1.0 / 3.0, 0.001, nullptr, 1.0 / 3.0},
+        {"typed by the user", 0.025, 0.0125, "0.5", 0.5},
+    };
+    for (const Case& c : cases) {
+        MSG msg{L"nmea/GGA", c.period, c.phase, 0, 0x0};
+        CRcvMessageDlg dlg(link.Receiver(), nullptr, msg);
+        const int result = Drive(dlg, [&] {
+            if (c.typedPeriod)
+                qobject_cast<QLineEdit*>(dlg.Control(CRcvMessageDlg::IDC_PERIOD))->setText(QLocale().toString(std::atof(c.typedPeriod)));
+            qobject_cast<QCheckBox*>(dlg.Control(CRcvMessageDlg::IDC_FLAG0))->setChecked(true);
+            dlg.accept();
+            return true;
+        });
+        EXPECT_EQ(result, 1) << c.legend;
+        EXPECT_EQ(msg.period, c.periodAfter) << c.legend;
+        EXPECT_EQ(msg.phase, c.phase) << c.legend;
+        EXPECT_EQ(msg.flags, 0x1u) << c.legend;
     }
 }
 

@@ -35,6 +35,8 @@ TEST_F(ChannelsList, LinesStandInTextOrderAndOkReturnsTheChosenFrequency) {
         {"equal frequencies give two lines, either returns the value", {433.125, 433.125}, {"433.12500", "433.12500"}, 1, 433.125},
         {"five decimals, leading zero kept; the value itself returned, not its text", {0.5, 12.345678},
          {"0.50000", "12.34568"}, 1, 12.345678},
+        {"character by character whatever the collation: the point before a digit", {20.0, 2.9}, {"2.90000", "20.00000"}, 1,
+         20.0},
         {"Cancel after a choice leaves the caller's value", {464.5, 410.0, 469.975},
          {"410.00000", "464.50000", "469.97500"}, -2, 77.0},
     };
