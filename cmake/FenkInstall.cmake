@@ -37,3 +37,10 @@ install(FILES ${CMAKE_BINARY_DIR}/package/FenkLibConfig.cmake ${CMAKE_BINARY_DIR
 install(FILES ${CMAKE_BINARY_DIR}/package/fenk.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
 
 include(cmake/FenkPackage.cmake)
+
+# Help > User's Guide opens the guide, or the README while there is none, from the program's
+# documentation folder.
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/lyn-utility COMPONENT utility)
+if(EXISTS ${CMAKE_SOURCE_DIR}/docs/user-guide.md)
+  install(FILES docs/user-guide.md DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/lyn-utility COMPONENT utility)
+endif()

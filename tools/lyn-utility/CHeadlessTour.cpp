@@ -7,6 +7,7 @@
 #include <QTabWidget>
 #include <QTimer>
 #include <QTreeWidget>
+#include <algorithm>
 
 #include "platform/basekit/CStdException.h"
 #include "tools/lyn-utility/HostStrings.h"
@@ -53,11 +54,20 @@ int CHeadlessTour::Run(const ustring& url) {
         if (!plain.empty()) Print(e.GetMessage());
         return 1;
     }
-    for (const auto& launcher : m_library.Launchers()) Visit(launcher);
+    for (const auto& launcher : m_library.Launchers())
+        if (m_only.empty() || m_only.count(launcher.name)) Visit(launcher);
     if (m_shown == 0) ++m_failures;
     Print(m_failures == 0 ? ustring::Format(HostText(HS_TOUR_DONE).c_str(), m_shown)
                           : ustring::Format(HostText(HS_TOUR_FAILED).c_str(), m_failures));
     return m_failures;
+}
+
+std::vector<std::string> CHeadlessTour::Unknown(const CFenkBinding& library, const std::vector<std::string>& names) {
+    std::vector<std::string> unknown;
+    const auto& launchers = library.Launchers();
+    for (const auto& name : names)
+        if (std::none_of(launchers.begin(), launchers.end(), [&name](const auto& l) { return l.name == name; })) unknown.push_back(name);
+    return unknown;
 }
 
 void CHeadlessTour::Visit(const CFenkBinding::Launcher& launcher) {

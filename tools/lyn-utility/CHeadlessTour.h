@@ -4,6 +4,8 @@
 #include <QTextStream>
 #include <map>
 #include <set>
+#include <string>
+#include <vector>
 
 #include "tools/lyn-utility/CConnection.h"
 
@@ -20,6 +22,9 @@ public:
         : m_library(library), m_connection(connection), m_folder(std::move(folder)), m_out(out) {}
     // Returns the number of failures (0 when everything worked).
     int Run(const basekit::ustring& url);
+    // Tours just these launchers (empty: every one). Unknown() names those the library lacks.
+    void SetOnly(const std::vector<std::string>& names) { m_only = {names.begin(), names.end()}; }
+    static std::vector<std::string> Unknown(const CFenkBinding& library, const std::vector<std::string>& names);
 
 private:
     // What the visit of one launcher found so far.
@@ -49,6 +54,7 @@ private:
     QDir m_folder;
     QTextStream& m_out;
     VISIT m_visit;
+    std::set<std::string> m_only;
     int m_failures = 0;
     int m_shown = 0;
 };

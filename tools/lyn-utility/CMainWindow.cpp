@@ -14,6 +14,7 @@
 #include "platform/uikit/CMessageBoxService.h"
 #include "platform/uikit/CScreenFit.h"
 #include "tools/lyn-utility/CConnectDlg.h"
+#include "tools/lyn-utility/CHelpMenu.h"
 #include "tools/lyn-utility/CLinkText.h"
 #include "tools/lyn-utility/HostStrings.h"
 
@@ -49,6 +50,7 @@ CMainWindow::CMainWindow(CFenkBinding& library, CConnection& connection) : m_lib
         if (AddLauncherEntries(entries, menu) > 0) menuBar()->addMenu(entries);
         else delete entries;
     }
+    AddHelpMenu(*this, m_library);
     m_status = new QLabel(this);
     m_health = new QLabel(this);
     statusBar()->addWidget(m_status, 1);

@@ -64,6 +64,16 @@ constexpr basekit::StringEntry kTexts[] = {
                               L"answers. Its port's old settings could not be written back: open Receiver Ports and check them."},
     {HS_FOLLOW_LOST, L"The receiver answers neither at the new settings (%s) nor at the old ones (%s). The link is closed: "
                      L"check the receiver's port settings and the cable, then connect again."},
+    {HS_MENU_HELP, L"&Help"},
+    {HS_USERS_GUIDE, L"&User's Guide"},
+    {HS_COMMAND_LINE_HELP, L"&Command-Line Help"},
+    {HS_ABOUT, L"&About Lyn Utility"},
+    {HS_ABOUT_TITLE, L"About %s"},
+    {HS_ABOUT_LIBRARY, L"Library: %s, version %s"},
+    {HS_ABOUT_QT, L"Qt %s"},
+    {HS_ABOUT_LICENCE, L"Licence:"},
+    {HS_GUIDE_MISSING, L"Neither the user's guide nor the README is installed: looked for %s."},
+    {HS_TOUR_UNKNOWN, L"The library has no window named %s."},
 };
 
 }  // namespace

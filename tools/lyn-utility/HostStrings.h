@@ -63,6 +63,17 @@ enum HostStringId : unsigned {
     HS_WENT_BACK,
     HS_WENT_BACK_UNRESTORED,
     HS_FOLLOW_LOST,
+    // The Help menu, About and the tour's --only
+    HS_MENU_HELP = 80,
+    HS_USERS_GUIDE,
+    HS_COMMAND_LINE_HELP,
+    HS_ABOUT,
+    HS_ABOUT_TITLE,
+    HS_ABOUT_LIBRARY,
+    HS_ABOUT_QT,
+    HS_ABOUT_LICENCE,
+    HS_GUIDE_MISSING,
+    HS_TOUR_UNKNOWN,
 };
 
 const basekit::CResourceInstance& HostStrings();

@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <string>
 #include <string_view>
+#include <vector>
 #include <cstdlib>
 
 #include "platform/basekit/CResourceInstance.h"
@@ -64,7 +65,9 @@ int main(int argc, char** argv) {
                                      QStringLiteral("file"));
     const QCommandLineOption modem(QStringLiteral("modem"), QStringLiteral("Open the modem sheet on this modem link instead"),
                                    QStringLiteral("url"));
-    parser.addOptions({link, tour, library, wireLog, modem});
+    const QCommandLineOption only(QStringLiteral("only"), QStringLiteral("Tour just these launchers, separated by commas"),
+                                  QStringLiteral("names"));
+    parser.addOptions({link, tour, library, wireLog, modem, only});
     parser.process(app);
     const bool touring = headless || parser.isSet(tour);
     const QString tourFolder = parser.isSet(tour) ? parser.value(tour) : QStringLiteral("lyn-utility-tour");
@@ -84,6 +87,14 @@ int main(int argc, char** argv) {
     for (const auto& name : binding.Bound()) bound += (bound.empty() ? "" : ", ") + name;
     out << basekit::ustring::Format(HostText(HS_NAME_BOUND).c_str(), basekit::ustring::FromUtf8(bound)).ToQString() << Qt::endl;
     const basekit::ustring url = basekit::ustring::FromQString(parser.value(link));
+    std::vector<std::string> onlyNames;
+    for (const QString& name : parser.value(only).split(QLatin1Char(','), Qt::SkipEmptyParts)) onlyNames.push_back(name.trimmed().toStdString());
+    if (const auto unknown = CHeadlessTour::Unknown(binding, onlyNames); !unknown.empty()) {
+        std::string names;
+        for (const auto& name : unknown) names += (names.empty() ? "" : ", ") + name;
+        out << basekit::ustring::Format(HostText(HS_TOUR_UNKNOWN).c_str(), basekit::ustring::FromUtf8(names)).ToQString() << Qt::endl;
+        return 2;
+    }
 
     if (parser.isSet(modem)) {
         CModemSession session(binding, out);
@@ -105,7 +116,9 @@ int main(int argc, char** argv) {
         if (touring) {
             qInstallMessageHandler(QuietToolkit);
             QDir().mkpath(tourFolder);
-            status = CHeadlessTour(binding, connection, QDir(tourFolder), out).Run(url) == 0 ? 0 : 1;
+            CHeadlessTour headlessTour(binding, connection, QDir(tourFolder), out);
+            headlessTour.SetOnly(onlyNames);
+            status = headlessTour.Run(url) == 0 ? 0 : 1;
         } else {
             CMainWindow window(binding, connection);
             window.show();
