@@ -27,7 +27,9 @@ void CheckImage(std::string_view bytes) {
 std::string Run(std::string_view bytes, std::string_view steps, CYmodemReceiveMachine& machine) {
     std::string reply = machine.Start();
     std::size_t at = 0, step = 0;
-    while (at < bytes.size() && !machine.Done()) {
+    // Silences alone never end a stream that stays in one state: the rounds are bounded.
+    const std::size_t rounds = 2 * bytes.size() + 64;
+    while (at < bytes.size() && !machine.Done() && step < rounds) {
         const std::size_t n = steps.empty() ? bytes.size() : static_cast<unsigned char>(steps[step++ % steps.size()]);
         if (n == 0) {
             machine.OnSilence(reply);

@@ -225,8 +225,8 @@ TEST(FileExplorer, LogsPageWritesTheStoredSite) {
     struct Row { const char* legend; SiteParameters site; bool written; const char* lastEvent; };
     const Row rows[] = {
         {"all five", SiteParameters{L"HILL", L"tripod", L"FNK-GA3", 1.5f, true, false}, true, "_ANT=FNK-GA3"},
-        {"a line break in the description is refused", SiteParameters{L"P1", L"two\nlines", L"X", 0, false, false}, false,
-         "_SIT=P1"},
+        {"a line break in the description is refused before any event is written",
+         SiteParameters{L"P1", L"two\nlines", L"X", 0, false, false}, false, nullptr},
     };
     for (const Row& row : rows) {
         SimLink link;
@@ -244,6 +244,10 @@ TEST(FileExplorer, LogsPageWritesTheStoredSite) {
         devio::CVokReceiverMate mate(link.Receiver());
         const std::string log = ReceiverBytes(link, mate.GetCurrentFile(L'a'));
         const size_t last = log.rfind("EVT ");
+        if (!row.lastEvent) {
+            EXPECT_EQ(last, std::string::npos) << row.legend << ": no partial set";
+            continue;
+        }
         ASSERT_NE(last, std::string::npos) << row.legend;
         EXPECT_NE(log.find(std::string(" ") + row.lastEvent + "\n", last), std::string::npos) << row.legend;
     }

@@ -210,7 +210,7 @@ TEST(MessageEditor, UntouchedNumbersStayExact) {
     for (const Case& c : cases) {
         MSG msg{L"nmea/GGA", c.period, c.phase, 0, 0x0};
         CRcvMessageDlg dlg(link.Receiver(), nullptr, msg);
-        const int result = Drive(dlg, [&] {
+        const int result = fenktest::DriveModal(dlg, [&] {
             if (c.typedPeriod)
                 qobject_cast<QLineEdit*>(dlg.Control(CRcvMessageDlg::IDC_PERIOD))->setText(QLocale().toString(std::atof(c.typedPeriod)));
             qobject_cast<QCheckBox*>(dlg.Control(CRcvMessageDlg::IDC_FLAG0))->setChecked(true);
