@@ -1,7 +1,9 @@
 #pragma once
 #include <QDir>
 #include <QTextStream>
+#include <functional>
 
+#include "platform/devio/IModem.h"
 #include "tools/lyn-utility/CFenkBinding.h"
 
 // The utility on a modem instead of a receiver: opens the link (through the library's port
