@@ -212,7 +212,7 @@ TEST(MessageEditor, UntouchedNumbersStayExact) {
         CRcvMessageDlg dlg(link.Receiver(), nullptr, msg);
         const int result = fenktest::DriveModal(dlg, [&] {
             if (c.typedPeriod)
-                qobject_cast<QLineEdit*>(dlg.Control(CRcvMessageDlg::IDC_PERIOD))->setText(QLocale().toString(std::atof(c.typedPeriod)));
+                qobject_cast<QLineEdit*>(dlg.Control(CRcvMessageDlg::IDC_PERIOD))->setText(QLocale().toString(QString::fromLatin1(c.typedPeriod).toDouble()));
             qobject_cast<QCheckBox*>(dlg.Control(CRcvMessageDlg::IDC_FLAG0))->setChecked(true);
             dlg.accept();
             return true;
